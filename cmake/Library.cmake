@@ -1,0 +1,28 @@
+# The shared library itself: what it is called, what it shows, what it links.
+set_target_properties(krcore PROPERTIES
+    VERSION ${PROJECT_VERSION}
+    SOVERSION ${PROJECT_VERSION_MAJOR}
+    PREFIX "$<IF:$<BOOL:${WIN32}>,,lib>"
+    IMPORT_PREFIX "lib"
+    DEFINE_SYMBOL KRCORE_BUILDING
+    CXX_VISIBILITY_PRESET hidden
+    VISIBILITY_INLINES_HIDDEN ON)
+target_compile_features(krcore PUBLIC cxx_std_20)
+target_include_directories(krcore
+    PUBLIC
+        "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>"
+        "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>"
+    PRIVATE "${PROJECT_SOURCE_DIR}")
+target_link_libraries(krcore PRIVATE "$<BUILD_INTERFACE:krcore_options>")
+
+if(WIN32)
+    enable_language(RC)
+    configure_file("${PROJECT_SOURCE_DIR}/cmake/krcore.rc.in" "${PROJECT_BINARY_DIR}/krcore.rc" @ONLY)
+    target_sources(krcore PRIVATE "${PROJECT_BINARY_DIR}/krcore.rc")
+else()
+    find_package(Threads REQUIRED)
+    target_link_libraries(krcore PRIVATE Threads::Threads)
+    if(NOT KRCORE_SANITIZE)
+        target_link_options(krcore PRIVATE -Wl,--no-undefined)
+    endif()
+endif()

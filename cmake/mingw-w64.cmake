@@ -1,0 +1,18 @@
+# Cross build for 64-bit Windows with Debian's MinGW-w64, POSIX thread flavour.
+set(CMAKE_SYSTEM_NAME Windows)
+set(CMAKE_SYSTEM_PROCESSOR x86_64)
+set(CMAKE_C_COMPILER x86_64-w64-mingw32-gcc-posix)
+set(CMAKE_CXX_COMPILER x86_64-w64-mingw32-g++-posix)
+set(CMAKE_RC_COMPILER x86_64-w64-mingw32-windres)
+set(CMAKE_FIND_ROOT_PATH /usr/x86_64-w64-mingw32 "${KRCORE_DEPENDENCIES}")
+list(APPEND CMAKE_TRY_COMPILE_PLATFORM_VARIABLES KRCORE_DEPENDENCIES)
+set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
+set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
+
+# Debian keeps Wine's loader outside the search path; its package tells where.
+find_program(KRCORE_WINE NAMES wine64 wine64-stable HINTS /usr/lib/wine NO_CMAKE_FIND_ROOT_PATH)
+if(KRCORE_WINE)
+    set(CMAKE_CROSSCOMPILING_EMULATOR "${KRCORE_WINE}")
+endif()
