@@ -5,6 +5,9 @@
 # include path, for rules that live in a private header; name the rule's own .cpp among the sources then.
 find_package(GTest REQUIRED)
 
+# Everything that starts threads, for the thread sanitizer.
+add_custom_target(multi_threaded_tests)
+
 function(krcore_add_tests name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "INTERNAL;MULTI_THREADED" "" "SOURCES")
     add_executable(${name} ${arg_SOURCES} "${PROJECT_SOURCE_DIR}/tests/support/TestMain.cpp")
@@ -15,6 +18,7 @@ function(krcore_add_tests name)
     endif()
     if(arg_MULTI_THREADED)
         target_compile_definitions(${name} PRIVATE KR_TEST_MULTI_THREADED)
+        add_dependencies(multi_threaded_tests ${name})
     endif()
     if(WIN32)
         # Beside the DLL, where Windows looks first.
@@ -22,6 +26,9 @@ function(krcore_add_tests name)
     endif()
     add_test(NAME ${name} COMMAND ${name} --gtest_brief=1)
     set_tests_properties(${name} PROPERTIES TIMEOUT 300)
+    if(arg_MULTI_THREADED)
+        set_tests_properties(${name} PROPERTIES LABELS multi_threaded)
+    endif()
     if(WIN32)
         set_tests_properties(${name} PROPERTIES ENVIRONMENT "WINEDEBUG=-all")
     endif()
