@@ -23,8 +23,8 @@ UPWARD_STEPS = {
 
 SYSTEM_HEADERS = re.compile(
     r"(windows|winsock2|unistd|pthread|iconv|dirent|fcntl|process|io|dlfcn|langinfo|sys/[a-z]+)\.h")
-LONG = re.compile(r"long")
-FIXED_SIZE_LONG = re.compile(r"long long|long double")
+LONG = re.compile(r"\blong\b")
+FIXED_SIZE_LONG = re.compile(r"\blong long\b|\blong double\b")
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]', re.MULTILINE)
 COMMENT = re.compile(r"//[^\n]*|/\*.*?\*/|\"(?:\\.|[^\"\\\n])*\"", re.DOTALL)
 PRODUCT = ("include/", "platform/", "foundation/", "text/", "containers/", "values/", "live/")
