@@ -1,0 +1,67 @@
+#pragma once
+
+#include <krcore/containers/SimpleArray.h>
+
+namespace KrCore {
+
+/// A map from 64-bit keys to 64-bit values: integers, or pointers that it never owns.
+///
+/// Iteration goes bucket by bucket, within a bucket from the item inserted last; the order changes
+/// whenever the table grows or shrinks. Copies are deep: items are never shared between two maps.
+/// Only `removeData` and `erase` give buckets back; `remove` never does.
+class KR_API SparseArray : public Heap {
+public:
+    SparseArray() = default;
+    SparseArray(const SparseArray& other);
+    ~SparseArray();
+    SparseArray& operator=(const SparseArray& other);
+
+    int length() const { return count_; }
+    void set(long long key, long long value);
+    /// The value, or 0 when there is none; `hasKey` tells a stored 0 from a missing key.
+    long long find(long long key) const;
+    long long operator[](long long key) const { return find(key); }
+    bool hasKey(long long key) const { return findItem(key) != nullptr; }
+    /// The key of the first item, in iteration order, that holds `value`, or -1.
+    long long findKey(long long value) const;
+
+    /// Removes the item and returns its value, 0 when there is none.
+    long long remove(long long key);
+    /// Removes every item that holds `value`.
+    void removeData(long long value);
+    void erase();
+
+    /// Fill `keys` or `values` with one element per item, in iteration order.
+    void getKeys(SimpleArray& keys) const;
+    void getData(SimpleArray& values) const;
+    /// Calls `visit` for the items present now, in iteration order, until it returns false. It may
+    /// write the value through the pointer and change this map: items that it removes are not
+    /// visited later, items that it adds are left out.
+    void forEach(bool (*visit)(long long key, long long* value, long long data), long long data);
+
+    /// The same keys with the same values, in whatever order.
+    bool operator==(const SparseArray& other) const;
+    bool operator!=(const SparseArray& other) const { return !(*this == other); }
+    /// Sets every item of `other` in this map, in the iteration order of `other`.
+    SparseArray& operator+=(const SparseArray& other);
+
+protected:
+    /// Halves the buckets (to no fewer than 32) when fewer than 30 in 100 are in use. Without
+    /// memory for the smaller table the old one stays.
+    void smartShrink();
+
+private:
+    struct Item;
+
+    Item* findItem(long long key) const;
+    Item* head(int bucket) const;
+    int bucketOf(long long key) const;
+    void grow();
+    void rehash(int bucketCount);
+    bool haveSameItems(const SparseArray& other) const;
+
+    int count_ = 0;
+    SimpleArray buckets_;
+};
+
+} // namespace KrCore

@@ -1,0 +1,131 @@
+#pragma once
+
+#include <cstdint>
+
+#include <krcore/containers/SimpleArray.h>
+
+namespace KrCore {
+
+/// A `SimpleArray` whose words are pointers to `T`, borrowed: it owns nothing and counts no
+/// references. An index out of range reads as null unless the scratch word was written.
+template <class T>
+class TSimpleArray : public SimpleArray {
+public:
+    /// Walks the pointers of an array; valid until the next member that writes.
+    class Iterator {
+    public:
+        explicit Iterator(const long long* word) : word_(word) {}
+        T* operator*() const { return toPointer(*word_); }
+        Iterator& operator++() {
+            ++word_;
+            return *this;
+        }
+        bool operator==(const Iterator& other) const { return word_ == other.word_; }
+        bool operator!=(const Iterator& other) const { return word_ != other.word_; }
+
+    private:
+        const long long* word_;
+    };
+
+    T* operator[](int index) const { return toPointer(SimpleArray::operator[](index)); }
+    /// Replaces the element; an index out of range is absorbed.
+    void set(int index, T* item) { SimpleArray::operator[](index) = toWord(item); }
+    Iterator begin() const { return Iterator(SimpleArray::begin()); }
+    Iterator end() const { return Iterator(SimpleArray::end()); }
+
+    void append(T* item) { SimpleArray::append(toWord(item)); }
+    void append(const TSimpleArray& other) { SimpleArray::append(other); }
+    TSimpleArray& operator+=(T* item) {
+        append(item);
+        return *this;
+    }
+    TSimpleArray& operator+=(const TSimpleArray& other) {
+        append(other);
+        return *this;
+    }
+    void insert(T* item, int position) { SimpleArray::insert(toWord(item), position); }
+    bool remove(T* item) { return SimpleArray::remove(toWord(item)); }
+    TSimpleArray& operator-=(T* item) {
+        remove(item);
+        return *this;
+    }
+    T* removeAt(int index) { return toPointer(SimpleArray::removeAt(index)); }
+    int indexOf(T* item) const { return SimpleArray::indexOf(toWord(item)); }
+
+    static T* toPointer(long long word) {
+        return reinterpret_cast<T*>(static_cast<std::intptr_t>(word));
+    }
+    static long long toWord(T* item) { return reinterpret_cast<std::intptr_t>(item); }
+};
+
+/// An array of counted pointers: it holds one reference (`addRef`, `release`) on each element, null
+/// elements excepted. Copying takes references of its own.
+template <class T>
+class TISimpleArray : public Heap {
+public:
+    using Iterator = typename TSimpleArray<T>::Iterator;
+
+    TISimpleArray() = default;
+    TISimpleArray(const TISimpleArray& other) : Heap(), items_(other.items_) { addRefs(); }
+    TISimpleArray(TISimpleArray&& other) noexcept
+        : Heap(), items_(static_cast<TSimpleArray<T>&&>(other.items_)) {}
+    ~TISimpleArray() { releaseAll(items_); }
+    TISimpleArray& operator=(const TISimpleArray& other) {
+        other.addRefs();
+        const TSimpleArray<T> old(items_);
+        items_ = other.items_;
+        releaseAll(old);
+        return *this;
+    }
+
+    int length() const { return items_.length(); }
+    /// Borrowed from the array; null out of range.
+    T* operator[](int index) const { return items_[index]; }
+    Iterator begin() const { return items_.begin(); }
+    Iterator end() const { return items_.end(); }
+    int indexOf(T* item) const { return items_.indexOf(item); }
+    /// The pointers for members that take a plain array. Borrowed.
+    const TSimpleArray<T>& getItems() const { return items_; }
+
+    void append(T* item) { insert(item, length()); }
+    TISimpleArray& operator+=(T* item) {
+        append(item);
+        return *this;
+    }
+    void insert(T* item, int position) {
+        items_.insert(item, position);
+        if (item) item->addRef();
+    }
+    /// Removes the first occurrence; false when there is none.
+    bool remove(T* item) {
+        const int index = indexOf(item);
+        if (index >= 0) removeAt(index);
+        return index >= 0;
+    }
+    /// Removes and releases the element at `index`, clipped to 0 ... `length() - 1`.
+    void removeAt(int index) {
+        T* item = items_.removeAt(index);
+        if (item) item->release();
+    }
+    void erase() {
+        const TSimpleArray<T> old(items_);
+        items_.erase();
+        releaseAll(old);
+    }
+
+private:
+    void addRefs() const {
+        for (T* item : items_) {
+            if (item) item->addRef();
+        }
+    }
+    static void releaseAll(const TSimpleArray<T>& items) {
+        for (T* item : items) {
+            if (item) item->release();
+        }
+    }
+
+    TSimpleArray<T> items_;
+};
+
+} // namespace KrCore
