@@ -2,9 +2,9 @@
 
 namespace KrCore {
 
-/// Names of the built-in error codes. Operations return them as plain `int`; 0 is success. Six engine
-/// conditions are negative; every look-up uses the absolute value. Texts and script classes of the
-/// codes stand in the error table (values/Error.h).
+/// Names of the built-in error codes. Operations return them as plain `int`; 0 is success. Six
+/// engine conditions are negative; every look-up uses the absolute value. Texts and script classes
+/// of the codes stand in the error table (values/Error.h).
 namespace ErrorCode {
 enum Value : int {
     Ok = 0,
