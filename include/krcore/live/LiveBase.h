@@ -24,7 +24,7 @@ class KR_API LiveBase : public Refcountable, public Lockable {
 public:
     /// This object as the type that a tag names, or null. A derived class answers its own tags and
     /// leaves the others to its base. Borrowed from this object.
-    virtual void const* getAs(int tag) const;
+    virtual const void* getAs(int tag) const;
     virtual void* getAs(int tag);
 
     /// Says that the host's thing has died; every operation fails with code 45 from then on.
@@ -34,7 +34,7 @@ public:
 
     /// The localized message of an error code with every "%1" replaced by `arg` (null: nothing).
     /// Returns 0.
-    virtual int getErrorText(String& text, int code, String const* arg) const;
+    virtual int getErrorText(String& text, int code, const String* arg) const;
     /// The same with the property's text as argument. Returns what `getPropertyText` returns.
     virtual int getErrorText(String& text, int code, int id, bool raw) const;
 

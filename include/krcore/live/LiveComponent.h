@@ -25,22 +25,22 @@ public:
 
     /// The base asks the manager, under the manager's lock. Without one, and for an empty name:
     /// ID 0, `InfoType::Unknown`, 2. A kind of `InfoType::Hidden` is taken for 2.
-    virtual int getIDForName(LiveObject const& owner, String const& name, int& id, InfoType& kind,
+    virtual int getIDForName(const LiveObject& owner, const String& name, int& id, InfoType& kind,
                              int flags) const;
     /// This and the next three ask the manager, without taking its lock; a component whose manager
     /// changes while several threads use it overrides them.
-    virtual int getNameForID(LiveObject const& owner, int id, String& name, int flags) const;
-    virtual InfoType getType(LiveObject const& owner, int id);
+    virtual int getNameForID(const LiveObject& owner, int id, String& name, int flags) const;
+    virtual InfoType getType(const LiveObject& owner, int id);
     virtual bool hasOperators() const;
     /// Appends IDs; those that are listed already are dropped by the owner.
-    virtual int enumerate(LiveObject const& owner, SimpleArray& ids, int flags) const;
+    virtual int enumerate(const LiveObject& owner, SimpleArray& ids, int flags) const;
 
     /// The base of these three knows no property: it records 2 on the owner, empties the result and
     /// returns 2.
-    virtual int get(LiveObject const& owner, int id, Variant& result, Error* err) const;
-    virtual int put(LiveObject& owner, int id, Variant const& value, Error* err);
+    virtual int get(const LiveObject& owner, int id, Variant& result, Error* err) const;
+    virtual int put(LiveObject& owner, int id, const Variant& value, Error* err);
     /// `self` is the script's `this`; of the owner's class unless the method is generic.
-    virtual int call(LiveObject& self, int id, Array const& args, Variant& result, Error* err);
+    virtual int call(LiveObject& self, int id, const Array& args, Variant& result, Error* err);
 
     /// True lets a method be called with a `this` of another class. The base returns false.
     virtual bool isGeneric(int id) const;
@@ -48,13 +48,13 @@ public:
     /// True when the component keeps elements; the five operations below are asked for then only.
     virtual bool isIndexable() const;
     /// The base gives length 0 and returns 2.
-    virtual int getLength(LiveObject const& owner, unsigned& length) const;
+    virtual int getLength(const LiveObject& owner, unsigned& length) const;
     /// The base returns 2.
     virtual int putLength(LiveObject& owner, unsigned length);
     /// The base of these two records 41 on the owner and returns it.
-    virtual int getByIndex(LiveObject const& owner, unsigned index, Variant& result,
+    virtual int getByIndex(const LiveObject& owner, unsigned index, Variant& result,
                            Error* err) const;
-    virtual int putByIndex(LiveObject& owner, unsigned index, Variant const& value, Error* err);
+    virtual int putByIndex(LiveObject& owner, unsigned index, const Variant& value, Error* err);
     /// The base returns 0.
     virtual int deleteByIndex(LiveObject& owner, unsigned index);
 

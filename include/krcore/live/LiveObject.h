@@ -33,13 +33,13 @@ class Variant;
 class KR_API LiveObject : public LiveBase, public Broadcaster, public Listener {
 public:
     /// `dynamic` objects take new properties by name.
-    LiveObject(String const& className, bool dynamic);
-    LiveObject(char const* className, bool dynamic);
-    LiveObject(LiveObject const&) = delete; // `clone` copies
-    LiveObject& operator=(LiveObject const&) = delete;
+    LiveObject(const String& className, bool dynamic);
+    LiveObject(const char* className, bool dynamic);
+    LiveObject(const LiveObject&) = delete; // `clone` copies
+    LiveObject& operator=(const LiveObject&) = delete;
 
     /// Answers `TypeTag::Object` and `TypeTag::Value`; asking for the value creates it.
-    void const* getAs(int tag) const override;
+    const void* getAs(int tag) const override;
     void* getAs(int tag) override;
     void invalidate() override;
     void revalidate() override;
@@ -47,12 +47,12 @@ public:
 protected:
     /// A new record for this object, owned by the caller; null when memory is exhausted. Overridden
     /// by classes whose dynamic properties have a behaviour of their own.
-    virtual LiveProperty* createProperty(String const& name, int id, unsigned flags);
+    virtual LiveProperty* createProperty(const String& name, int id, unsigned flags);
 
 public:
     /// A new object for a nested literal; the base forwards to the static `create`. The result
     /// carries a reference.
-    virtual int createLocal(LiveObject** result, String const& className, int flags);
+    virtual int createLocal(LiveObject** result, const String& className, int flags);
 
     /// A new plain object with this object's class name, dynamic properties and components (the
     /// same ones, shared). `deep` also clones the objects that its properties refer to, each once,
@@ -63,14 +63,14 @@ public:
 
     /// Called after a script has constructed the object, with the constructor's arguments. The base
     /// does nothing.
-    virtual int initialize(Array const& args, Error* err);
+    virtual int initialize(const Array& args, Error* err);
 
     /// The name given at construction; an empty one becomes "Object".
-    virtual String const& getClassName() const;
+    virtual const String& getClassName() const;
 
     /// Whether both are valid and have the same class name, object ID, autostore target and ID, and
     /// the same components; properties are not compared.
-    virtual bool operator==(LiveObject const& other) const;
+    virtual bool operator==(const LiveObject& other) const;
 
     /// A pointer of the host's, kept and not looked at. Borrowed.
     virtual void setData(Root* data);
@@ -82,12 +82,12 @@ public:
     virtual int removeComponent(LiveComponent& component);
 
     /// A miss gives ID 0 and `InfoType::Unknown`.
-    virtual int getIDForName(String const& name, int& id, InfoType& kind, int flags) const;
+    virtual int getIDForName(const String& name, int& id, InfoType& kind, int flags) const;
     /// Defines a dynamic property under a new ID.
-    virtual int createIDForName(String const& name, int& id, int flags);
+    virtual int createIDForName(const String& name, int& id, int flags);
     /// Defines a dynamic property (`PropertyFlag`): 55 when the object is not dynamic, 40 when the
     /// name is taken by another dynamic property.
-    virtual int defineIDForName(String const& name, int id, int flags);
+    virtual int defineIDForName(const String& name, int id, int flags);
     virtual int getNameForID(int id, String& name, int flags) const;
 
     /// Deletes the dynamic properties, the permanent ones with `all` only.
@@ -114,17 +114,17 @@ public:
     virtual InfoType getType(int id);
 
     /// The description of the class for reflection. This class keeps no records: null.
-    virtual ClassInfo const* getClassInfo(int flags) const;
+    virtual const ClassInfo* getClassInfo(int flags) const;
 
     virtual int get(int id, Variant& result, Error* err) const;
     /// A read-only dynamic property takes one write; further ones give 46. When the property's
     /// value is kept by a listener, the write goes there and the stored copy stays as it was.
-    virtual int put(int id, Variant const& value, Error* err);
+    virtual int put(int id, const Variant& value, Error* err);
     /// `apply` with this object as the script's `this`.
-    virtual int call(int id, Array const& args, Variant& result, Error* err);
+    virtual int call(int id, const Array& args, Variant& result, Error* err);
     /// Calls a method with an explicit `this`: 24 when the ID is no method, 26 when `self` is of
     /// another class and the method does not allow that.
-    virtual int apply(LiveObject& self, int id, Array const& args, Variant& result,
+    virtual int apply(LiveObject& self, int id, const Array& args, Variant& result,
                       Error* err) const;
 
     /// The answer of the method "valueOf", else the object's value, else undefined. 0 or 45.
@@ -138,27 +138,27 @@ public:
 
     // By name. A name that is not found is recorded with the name as text; 55 is a property that
     // cannot be read, 46 one that cannot be written, 24 one that cannot be called.
-    int get(String const& name, Variant& result, Error* err) const;
+    int get(const String& name, Variant& result, Error* err) const;
     /// An unknown name is defined with `createFlags` as read/write property, unless they are -1.
-    int put(String const& name, Variant const& value, int createFlags, Error* err);
-    int call(String const& name, Error* err);
-    int call(String const& name, Variant& result, Error* err);
-    int call(String const& name, Array const& args, Error* err);
-    int call(String const& name, Array const& args, Variant& result, Error* err);
+    int put(const String& name, const Variant& value, int createFlags, Error* err);
+    int call(const String& name, Error* err);
+    int call(const String& name, Variant& result, Error* err);
+    int call(const String& name, const Array& args, Error* err);
+    int call(const String& name, const Array& args, Variant& result, Error* err);
 
     int call(int id);
     int call(int id, Variant& result);
-    int call(int id, Array const& args);
+    int call(int id, const Array& args);
 
     /// Asks the listeners of 'loIn' to run a method, whatever this object's own properties: 24 when
     /// nobody listens or nobody answers. An error that a listener recorded into `err` is the
     /// result.
-    int invoke(String const& name, Error* err) const;
-    int invoke(String const& name, Variant& result, Error* err) const;
-    int invoke(String const& name, Array const& args, Error* err) const;
-    int invoke(String const& name, Array const& args, Variant& result, Error* err) const;
+    int invoke(const String& name, Error* err) const;
+    int invoke(const String& name, Variant& result, Error* err) const;
+    int invoke(const String& name, const Array& args, Error* err) const;
+    int invoke(const String& name, const Array& args, Variant& result, Error* err) const;
     /// Whether anybody listens for such calls.
-    bool canInvoke(String const& name) const;
+    bool canInvoke(const String& name) const;
 
     /// The dynamic property, which becomes the most recently used one; null when there is none.
     /// Borrowed until the next change of the object's properties.
@@ -166,7 +166,7 @@ public:
 
     /// The next component behind `after` (null: from the start), last added first, that knows the
     /// ID; null when there is none. Borrowed from this object.
-    LiveComponent* getComponent(int id, LiveComponent const* after) const;
+    LiveComponent* getComponent(int id, const LiveComponent* after) const;
 
     /// A number of the host's, 0 at first.
     int getObjectID() const;
@@ -188,8 +188,8 @@ public:
 
     /// Reads an object literal and writes each of its pairs into this object; see `parseNew`.
     /// A class name in the text must be this object's (26). Pairs before a failure stay written.
-    int parse(String const& text, Error& err, int flags);
-    int parse(String const& text, int flags);
+    int parse(const String& text, Error& err, int flags);
+    int parse(const String& text, int flags);
 
     /// Makes an object from a literal: an optional class name and `{name: value, ...}`, where a
     /// name is an identifier or a string and a value is another object, an array `[value, ...]`, a
@@ -198,8 +198,8 @@ public:
     /// something else was expected, 8 for text behind the literal, 27 for more than 512 levels; the
     /// error carries the line, counted from 1. The result carries a reference; null after a
     /// failure.
-    static int parseNew(String const& text, LiveObject*& result, int flags);
-    static int parseNew(String const& text, LiveObject*& result, Error& err, int flags);
+    static int parseNew(const String& text, LiveObject*& result, int flags);
+    static int parseNew(const String& text, LiveObject*& result, Error& err, int flags);
 
     /// Registers an object that makes others of its class: `create` clones it. It is found by its
     /// class name and, unless that is 0, by its object ID as class ID, when the flags of the
@@ -207,11 +207,11 @@ public:
     /// Any thread.
     static int addFactory(LiveObject& factory, int flags);
     /// Borrowed from the registry; null when there is none for these flags.
-    static LiveObject* getFactory(String const& className, int flags);
+    static LiveObject* getFactory(const String& className, int flags);
     static LiveObject* getFactory(int classID, int flags);
-    static int removeFactory(String const& className);
+    static int removeFactory(const String& className);
     /// The result carries a reference; null and 21 without a factory.
-    static int create(LiveObject** result, String const& className, int flags);
+    static int create(LiveObject** result, const String& className, int flags);
     static int create(LiveObject** result, int classID, int flags);
 
 protected:

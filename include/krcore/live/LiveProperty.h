@@ -22,7 +22,7 @@ class KR_API LiveProperty : public Root {
 public:
     /// The value starts undefined. Kind 0 becomes read/write. Kinds 1, 5 and 7 get one write, their
     /// initialisation.
-    LiveProperty(LiveObject& owner, String const& name, int id, unsigned flags);
+    LiveProperty(LiveObject& owner, const String& name, int id, unsigned flags);
     ~LiveProperty() override;
 
     /// A new record with the same name, ID, flags and value for another object, which owns it. A
@@ -33,13 +33,13 @@ public:
 
     virtual int get(Variant& value) const;
     /// 46 when the record is of a kind that is not written (bit 0) and has had its one write.
-    virtual int put(Variant const& value);
+    virtual int put(const Variant& value);
     /// Empties the result and returns 24.
-    virtual int call(LiveObject& self, Array const& args, Variant& result, Error* err);
+    virtual int call(LiveObject& self, const Array& args, Variant& result, Error* err);
 
     /// Borrowed; null once detached.
     LiveObject* getOwner() const { return owner_; }
-    String const& getName() const { return name_; }
+    const String& getName() const { return name_; }
     /// The place in the order of creation within the object.
     int getLocalIndex() const { return localIndex_; }
     int getID() const { return id_; }

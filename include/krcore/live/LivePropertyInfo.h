@@ -13,10 +13,10 @@ namespace KrCore {
 ///     {nullptr, 0, 0, nullptr}};
 /// ```
 struct LivePropertyInfo {
-    char const* name;       ///< ISO 8859-1; "" marks the constructor, null ends the table.
+    const char* name;       ///< ISO 8859-1; "" marks the constructor, null ends the table.
     std::int32_t id;        ///< See PropertyID.h for the reserved ones.
     std::int32_t flags;     ///< `InfoType` and `PropertyFlag` bits.
-    char const* descriptor; ///< Types and descriptions for reflection, or null.
+    const char* descriptor; ///< Types and descriptions for reflection, or null.
 };
 
 } // namespace KrCore

@@ -24,12 +24,12 @@ class KR_API LivePropertyManager : public Root, public Lockable {
 public:
     /// Over a table that ends with a null name. Borrowed: it is not copied and must outlive the
     /// manager. Null is an empty table.
-    explicit LivePropertyManager(LivePropertyInfo const* table);
+    explicit LivePropertyManager(const LivePropertyInfo* table);
     LivePropertyManager();
     ~LivePropertyManager() override;
 
     /// An empty name is not found. A miss gives ID 0 and `InfoType::Unknown`.
-    virtual int getIDForName(String const& name, int& id, InfoType& kind, int flags) const;
+    virtual int getIDForName(const String& name, int& id, InfoType& kind, int flags) const;
     /// A miss empties the name. Of several names of one ID: the first row of a table, else the one
     /// registered first that is still there.
     virtual int getNameForID(int id, String& name, int flags) const;
@@ -43,12 +43,12 @@ public:
     bool hasOperators() const;
 
     /// Adds every row of a table, which is copied. Null adds nothing.
-    void registerProperties(LivePropertyInfo const* table);
-    void registerProperty(LivePropertyInfo const& row);
+    void registerProperties(const LivePropertyInfo* table);
+    void registerProperty(const LivePropertyInfo& row);
     /// Adds one property. A known name moves to the new ID, and its old ID stays known; a known ID
     /// keeps its kind and flags and only gains the new row's languages (so a row that all languages
     /// saw, having none, is from then on seen by these only). A null name adds nothing.
-    void registerProperty(char const* name, int id, int flags, char const* descriptor);
+    void registerProperty(const char* name, int id, int flags, const char* descriptor);
 
     /// Advances with every registration, so that a cache of IDs can tell that it is old.
     unsigned getDefinitionStamp() const { return definitionStamp_; }

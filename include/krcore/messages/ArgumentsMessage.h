@@ -8,10 +8,10 @@ namespace KrCore {
 /// A message with a list of arguments; its value starts undefined and takes the answer.
 class KR_API ArgumentsMessage : public DataMessage {
 public:
-    ArgumentsMessage(int id, Array const& args);
+    ArgumentsMessage(int id, const Array& args);
     ~ArgumentsMessage() override;
 
-    Array const& getArgs() const { return args_; }
+    const Array& getArgs() const { return args_; }
 
 private:
     Array args_;

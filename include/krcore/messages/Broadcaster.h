@@ -20,8 +20,8 @@ class KR_API Broadcaster {
 public:
     constexpr Broadcaster() = default;
     /// Listeners are never copied.
-    Broadcaster(Broadcaster const&) {}
-    Broadcaster& operator=(Broadcaster const&) { return *this; }
+    Broadcaster(const Broadcaster&) {}
+    Broadcaster& operator=(const Broadcaster&) { return *this; }
     /// Tells the listeners of deletion messages, and those of every message, first 'DELE' and then
     /// 'DEL!'. The object around this broadcaster is already gone by then.
     ~Broadcaster();

@@ -12,15 +12,15 @@ class String;
 class KR_API DataMessage : public Message {
 public:
     explicit DataMessage(int id); ///< The value is undefined.
-    DataMessage(int id, String const& value);
-    DataMessage(int id, Variant const& value);
+    DataMessage(int id, const String& value);
+    DataMessage(int id, const Variant& value);
     DataMessage(int id, int value);
     DataMessage(int id, double value);
     DataMessage(int id, LiveObject* value); ///< Null gives a null value; else it is counted.
-    DataMessage(int id, char const* value); ///< 8-bit text, ISO 8859-1.
-    DataMessage(int id, unsigned short const* value);
+    DataMessage(int id, const char* value); ///< 8-bit text, ISO 8859-1.
+    DataMessage(int id, const unsigned short* value);
     DataMessage(int id, bool value);
-    DataMessage(int id, void const* value) = delete; ///< Any other pointer would turn into a bool.
+    DataMessage(int id, const void* value) = delete; ///< Any other pointer would turn into a bool.
     ~DataMessage() override;
 
     /// Never null.

@@ -12,8 +12,8 @@ class KR_API Listener {
 public:
     Listener();
     /// A copy listens to nothing, whatever the original listens to.
-    Listener(Listener const&);
-    Listener& operator=(Listener const&);
+    Listener(const Listener&);
+    Listener& operator=(const Listener&);
     virtual ~Listener();
 
     /// Called for each message, on the broadcasting thread and with the broadcaster's lock held.

@@ -25,21 +25,21 @@ class SimpleArray;
 /// | Enumerate | 0 | undefined; IDs go to `getEnumIDs()` | | request flags |
 class KR_API LiveMessage : public DataMessage {
 public:
-    LiveMessage(LiveObject const& object, int messageID, SimpleArray& enumIDs);
-    LiveMessage(LiveObject const& object, int messageID, int propertyID, Array const& args,
+    LiveMessage(const LiveObject& object, int messageID, SimpleArray& enumIDs);
+    LiveMessage(const LiveObject& object, int messageID, int propertyID, const Array& args,
                 Error* extError);
-    LiveMessage(LiveObject const& object, int messageID, int propertyID, Variant const& data,
+    LiveMessage(const LiveObject& object, int messageID, int propertyID, const Variant& data,
                 Error* extError);
-    LiveMessage(LiveObject const& object, int messageID, int propertyID, Error* extError);
+    LiveMessage(const LiveObject& object, int messageID, int propertyID, Error* extError);
     ~LiveMessage() override;
 
     /// The object that the request concerns; of a Call the script's `this`. Borrowed.
-    LiveObject const* getThis() const { return this_; }
+    const LiveObject* getThis() const { return this_; }
 
     /// The property ID; requests of collections carry an element index or a length here.
     int& getPropertyID() { return propertyID_; }
 
-    Array const& getArgs() const { return args_; }
+    const Array& getArgs() const { return args_; }
 
     /// 0x10000 unless the request says otherwise (table above).
     int& getLanguage() { return language_; }
@@ -55,7 +55,7 @@ public:
     int& getError() { return error_; }
 
 private:
-    LiveObject const* this_;
+    const LiveObject* this_;
     int propertyID_ = 0;
     Array args_;
     int language_;

@@ -43,12 +43,12 @@ public:
     /// The broadcaster that is delivering the message; null outside a delivery. While a listener
     /// passes the message on to another broadcaster this is that other one, afterwards again the
     /// first. Under the two deletion messages it may only be compared, not called.
-    Broadcaster const* getSender() const { return sender_; }
+    const Broadcaster* getSender() const { return sender_; }
 
 private:
     friend class Broadcaster;
 
-    Broadcaster const* sender_ = nullptr;
+    const Broadcaster* sender_ = nullptr;
     int id_;
 };
 
