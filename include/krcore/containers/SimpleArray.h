@@ -104,11 +104,12 @@ private:
     bool isShared() const;
     void unique();
     void release() noexcept;
+    void extend(int count);
+    /// The words must not lie in this array's own buffer.
     void appendWords(const long long* words, int count);
     static Buffer* createBuffer(long long capacity, const Buffer& source, int count);
     static Buffer* duplicate(const Buffer& source);
     static Buffer* share(const SimpleArray& other);
-    static long long* elementsOf(Buffer* buffer) { return &buffer->scratch + 1; }
 
     Buffer* buffer_;
 };

@@ -46,8 +46,8 @@ public:
     SparseArray& operator+=(const SparseArray& other);
 
 protected:
-    /// Halves the buckets (to no fewer than 32) when fewer than 30 in 100 are in use. Without
-    /// memory for the smaller table the old one stays.
+    /// Once halves 32 or more buckets, and makes fewer than 32 into 32, when fewer than 30 in 100
+    /// are in use. Without memory for the new table the old one stays.
     void smartShrink();
 
 private:
@@ -58,7 +58,6 @@ private:
     int bucketOf(long long key) const;
     void grow();
     void rehash(int bucketCount);
-    bool haveSameItems(const SparseArray& other) const;
 
     int count_ = 0;
     SimpleArray buckets_;
