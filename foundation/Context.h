@@ -32,7 +32,7 @@ struct Context {
     DaylightAnswer daylight;
 
     EncodeScratch* encodeScratch = nullptr; ///< The result of the last String::encode.
-    Localizer* localizer = nullptr;         ///< The current one; borrowed, may be null.
+    const Localizer* localizer = nullptr;   ///< The current one; borrowed, may be null.
     SimpleArray* localizerStack = nullptr;  ///< Pushed localizers, borrowed; the array is owned.
     Encoder* defaultEncoder = nullptr;      ///< Null until somebody asks.
     Root* extension = nullptr;              ///< Owned; whatever the host of the context adds.

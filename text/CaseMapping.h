@@ -1,14 +1,16 @@
 #pragma once
 
 /// @file
-/// The case mappings of single units for the library's own loops, inlined. They are the functions
-/// `UnicodeUtils::towupper` and `towlower`, as one load each from a flat, read-only table.
+/// The case mappings of single units for the library's own loops: `UnicodeUtils::towupper` and
+/// `towlower`, inlined, as one load each from a flat, read-only table.
 
 namespace KrCore {
 
-/// What each of the 65,536 units maps to.
+inline constexpr unsigned int caseMapSize = 65536;
+
+/// What each unit maps to.
 struct CaseMap {
-    unsigned short mapped[65536];
+    unsigned short mapped[caseMapSize];
 };
 
 extern const CaseMap upperCaseMap;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <krcore/foundation/Heap.h>
+#include <krcore/foundation/Root.h>
 
 namespace KrCore {
 
