@@ -12,6 +12,7 @@ namespace KrCore {
 enum class LockSlot {
     AllocatorRegistry = 0,
     LazyLocks = 2,
+    LocaleCache = 5,
     WeakReferences = 8,
 };
 

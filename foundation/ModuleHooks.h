@@ -21,10 +21,12 @@ void startTime();
 void startAllocators();
 void startContexts();
 void startThreads();
+void startLocalizer();
 void startWeakReferences();
 
 void stopLocks();
 void stopWeakReferences();
+void stopLocalizer();
 void stopThreads();
 void stopContexts();
 void stopAllocators();
@@ -32,5 +34,7 @@ void stopAllocators();
 // What a module keeps in a Context ends with the Context: when its thread ends, and in
 // stopContexts, when the module itself has been stopped already. Listed beside the other two
 // tables.
+
+void endLocalizerOf(Context& context);
 
 } // namespace KrCore
