@@ -73,10 +73,12 @@ protected:
     void smartShrink();
 
 private:
+    class Index;
     struct Table;
-    struct Key;
+    class Walk;
 
     Table& unique();
+    static Table* share(Table* table);
     static void release(Table* table) noexcept;
 
     Table* table_ = nullptr;
