@@ -21,12 +21,14 @@ void startTime();
 void startAllocators();
 void startContexts();
 void startThreads();
+void startStrings();
 void startLocalizer();
 void startWeakReferences();
 
 void stopLocks();
 void stopWeakReferences();
 void stopLocalizer();
+void stopStrings();
 void stopThreads();
 void stopContexts();
 void stopAllocators();
