@@ -2,8 +2,6 @@
 set_target_properties(krcore PROPERTIES
     VERSION ${PROJECT_VERSION}
     SOVERSION ${PROJECT_VERSION_MAJOR}
-    PREFIX "$<IF:$<BOOL:${WIN32}>,,lib>"
-    IMPORT_PREFIX "lib"
     DEFINE_SYMBOL KRCORE_BUILDING
     CXX_VISIBILITY_PRESET hidden
     VISIBILITY_INLINES_HIDDEN ON)
@@ -16,6 +14,7 @@ target_include_directories(krcore
 target_link_libraries(krcore PRIVATE "$<BUILD_INTERFACE:krcore_options>")
 
 if(WIN32)
+    set_target_properties(krcore PROPERTIES PREFIX "" IMPORT_PREFIX "lib")
     enable_language(RC)
     configure_file("${PROJECT_SOURCE_DIR}/cmake/krcore.rc.in" "${PROJECT_BINARY_DIR}/krcore.rc" @ONLY)
     target_sources(krcore PRIVATE "${PROJECT_BINARY_DIR}/krcore.rc")

@@ -23,7 +23,6 @@ void startContexts();
 void startThreads();
 void startStrings();
 void startLocalizer();
-void startWeakReferences();
 
 void stopLocks();
 void stopWeakReferences();
@@ -35,8 +34,11 @@ void stopAllocators();
 
 // What a module keeps in a Context ends with the Context: when its thread ends, and in
 // stopContexts, when the module itself has been stopped already. Listed beside the other two
-// tables.
+// tables. Either way it is freed through the calling thread's heap.
 
 void endLocalizerOf(Context& context);
+
+/// Calls all of these.
+void endModulesOf(Context& context);
 
 } // namespace KrCore

@@ -36,9 +36,9 @@ struct BlockClass {
 /// enough to count at the allocators, and the statistics come from subtracting the cached blocks
 /// when somebody asks. Taking a block from the cache and putting it back count nothing.
 struct SmallBlockCache {
-    static constexpr std::size_t classCount = 20;
-    static constexpr std::size_t granularity = 16;
-    static constexpr std::size_t maxGross = classCount * granularity;
+    static constexpr std::uint32_t classCount = 20;
+    static constexpr std::uint32_t granularity = 16;
+    static constexpr std::uint32_t maxGross = classCount * granularity;
     static constexpr int defaultSize = 102400;
 
     BlockClass classes[classCount];
@@ -47,9 +47,15 @@ struct SmallBlockCache {
     SharedCount blocks;
     SharedCount bytes;
 
-    static constexpr std::uint32_t classGross(std::size_t index) {
-        return static_cast<std::uint32_t>((index + 1) * granularity);
+    static constexpr std::uint32_t classGross(std::uint32_t index) {
+        return (index + 1) * granularity;
     }
 };
+
+/// Empties the record, without freeing anything, and gives each class its share of `size` bytes.
+void resetCache(SmallBlockCache& cache, int size);
+
+/// Gives every cached block back to its allocator.
+void flushCache(SmallBlockCache& cache);
 
 } // namespace KrCore

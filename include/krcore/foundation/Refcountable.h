@@ -20,6 +20,7 @@ public:
 
 private:
     friend class WeakRefBase;
+    friend struct WeakReferenceTable;
 
     mutable int references_ = 1;
 };
