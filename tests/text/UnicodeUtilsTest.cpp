@@ -23,87 +23,63 @@ int sign(int value) { return value < 0 ? -1 : value > 0; }
 
 } // namespace
 
+// U+0660 is a digit, but none of 0 to 9; U+24B6 has a partner without being a letter and U+00AA is
+// the other way round; U+0237 came after Unicode 4.0.
 TEST(UnicodeUtils, ClassifiesUnits) {
     enum { None = 0, WS = 1, Cf = 2, Start = 4, Char = 8, Pd = 16, Alpha = 32, Alnum = 64 };
     const struct {
-        unsigned short unit;
+        const char16_t* units;
         int answers;
-    } rows[] = {{0x0008, None},
-                {0x0009, WS},
-                {0x000D, WS},
-                {0x0020, WS},
-                {0x00A0, WS},
-                {0x1680, WS},
-                {0x2000, WS},
-                {0x3000, WS},
-                {0x200B, WS | Cf},
-                {0x2028, None},
-                {0x2029, None},
-                {0x00AD, Cf},
-                {0x200C, Cf},
-                {0xFEFF, Cf},
-                {'$', Start | Char},
-                {'_', Start | Char},
-                {'7', Char | Alnum},
-                {'q', Start | Char | Alpha | Alnum},
-                {0x203F, Char},
-                {0x0300, Char},
-                {0x0660, Char}, // A digit, but none of 0 to 9.
-                {0x2160, Start | Char | Alpha | Alnum},
-                {0x24B6, Alpha | Alnum}, // Has a partner without being a letter.
-                {0x00AA, Start | Char},  // A letter without a partner.
-                {0x4E00, Start | Char},
-                {0xAC00, Start | Char},
-                {0x4DB6, None},
-                {0x07B2, None},
-                {0xD800, None},
-                {0xF8FF, None},
-                {0xFFFF, None},
-                {0x0221, Start | Char}, // The last letter of its row that Unicode 4.0 knew ...
-                {0x0237, None},         // ... and one that came later.
-                {0x002D, Pd},
-                {0x2015, Pd},
-                {0x2016, None},
-                {0xFF0D, Pd}};
+    } rows[] = {
+        {u"\b!\u07B2\u0237\u2016\u2028\u2029\u4DB6\xD800\xF8FF\uFFFF", None},
+        {u"\t\n\v\f\r \u00A0\u1680\u2000\u3000", WS},
+        {u"\u200B", WS | Cf},
+        {u"\u00AD\u200C\u200D\uFEFF", Cf},
+        {u"$_\u00AA\u0221\u3400\u4E00\u9FA5\uA48C\uD7A3", Start | Char},
+        {u"\u0300\u0660\u203F", Char},
+        {u"059", Char | Alnum},
+        {u"Aq\u2160", Start | Char | Alpha | Alnum},
+        {u"\u24B6", Alpha | Alnum},
+        {u"-\u058A\u1806\u2010\u2011\u2012\u2013\u2014\u2015\u301C\u3030\uFE31\uFE32\uFE58\uFE63",
+         Pd},
+        {u"\u30A0\uFF0D", Pd},
+    };
     for (const auto& row : rows) {
-        const unsigned short unit = row.unit;
-        const int answers =
-            (UnicodeUtils::isWS(unit) ? WS : 0) | (UnicodeUtils::isCf(unit) ? Cf : 0) |
-            (UnicodeUtils::isSymbolStart(unit) ? Start : 0) |
-            (UnicodeUtils::isSymbolChar(unit) ? Char : 0) | (UnicodeUtils::isPd(unit) ? Pd : 0) |
-            (UnicodeUtils::iswalpha(unit) ? Alpha : 0) | (UnicodeUtils::iswalnum(unit) ? Alnum : 0);
-        EXPECT_EQ(answers, row.answers) << std::hex << unit;
+        for (const char16_t* next = row.units; *next != 0; ++next) {
+            const unsigned short unit = *next;
+            const int answers =
+                (UnicodeUtils::isWS(unit) ? WS : 0) | (UnicodeUtils::isCf(unit) ? Cf : 0) |
+                (UnicodeUtils::isSymbolStart(unit) ? Start : 0) |
+                (UnicodeUtils::isSymbolChar(unit) ? Char : 0) |
+                (UnicodeUtils::isPd(unit) ? Pd : 0) | (UnicodeUtils::iswalpha(unit) ? Alpha : 0) |
+                (UnicodeUtils::iswalnum(unit) ? Alnum : 0);
+            EXPECT_EQ(answers, row.answers) << std::hex << unit;
+        }
     }
 }
 
-TEST(UnicodeUtils, KnowsSeventeenDashes) {
-    int count = 0;
-    int sum = 0;
-    for (int unit = 0; unit <= 0xFFFF; ++unit) {
-        if (!UnicodeUtils::isPd(static_cast<unsigned short>(unit))) continue;
-        ++count;
-        sum += unit;
-    }
-    EXPECT_EQ(count, 17);
-    EXPECT_EQ(sum, 0x66743);
-}
-
+// The partner of U+10A0 came after Unicode 4.0.
 TEST(UnicodeUtils, MapsCase) {
     const struct {
-        unsigned short unit, lower, upper;
-    } rows[] = {{'A', 'a', 'A'},          {'z', 'z', 'Z'},          {'@', '@', '@'},
-                {0x00B5, 0x00B5, 0x039C}, {0x00DF, 0x00DF, 0x00DF}, {0x00E9, 0x00E9, 0x00C9},
-                {0x00F7, 0x00F7, 0x00F7}, {0x00FF, 0x00FF, 0x0178}, {0x0130, 0x0069, 0x0130},
-                {0x0131, 0x0131, 0x0049}, {0x0178, 0x00FF, 0x0178}, {0x017F, 0x017F, 0x0053},
-                {0x0181, 0x0253, 0x0181}, {0x0195, 0x0195, 0x01F6}, {0x01C5, 0x01C6, 0x01C4},
-                {0x0345, 0x0345, 0x0399}, {0x0410, 0x0430, 0x0410}, {0x0450, 0x0450, 0x0400},
-                {0x0561, 0x0561, 0x0531}, {0x1F88, 0x1F80, 0x1F88}, {0x2160, 0x2170, 0x2160},
-                {0x212B, 0x00E5, 0x212B}, {0x24D0, 0x24D0, 0x24B6}, {0xFF21, 0xFF41, 0xFF21},
-                {0x10A0, 0x10A0, 0x10A0}, // Its partner is younger than Unicode 4.0.
-                {0x4E00, 0x4E00, 0x4E00}, {0xD801, 0xD801, 0xD801}, {0xFFFF, 0xFFFF, 0xFFFF}};
+        const char16_t *units, *lower, *upper;
+    } rows[] = {
+        {u"AZaz@", u"azaz@", u"AZAZ@"},
+        {u"\u00B5\u00DF\u00E9\u00F7\u00FF", u"\u00B5\u00DF\u00E9\u00F7\u00FF",
+         u"\u039C\u00DF\u00C9\u00F7\u0178"},
+        {u"\u0130\u0131\u0178\u017F\u0181\u0195", u"\u0069\u0131\u00FF\u017F\u0253\u0195",
+         u"\u0130\u0049\u0178\u0053\u0181\u01F6"},
+        {u"\u01C5\u0345\u0410\u0450\u0561", u"\u01C6\u0345\u0430\u0450\u0561",
+         u"\u01C4\u0399\u0410\u0400\u0531"},
+        {u"\u1F88\u2160\u212B\u24D0\uFF21", u"\u1F80\u2170\u00E5\u24D0\uFF41",
+         u"\u1F88\u2160\u212B\u24B6\uFF21"},
+        {u"\u10A0\u4E00\xD801\uFFFF", u"\u10A0\u4E00\xD801\uFFFF", u"\u10A0\u4E00\xD801\uFFFF"},
+    };
     for (const auto& row : rows) {
-        EXPECT_EQ(UnicodeUtils::towlower(row.unit), row.lower) << std::hex << row.unit;
-        EXPECT_EQ(UnicodeUtils::towupper(row.unit), row.upper) << std::hex << row.unit;
+        for (int i = 0; row.units[i] != 0; ++i) {
+            const unsigned short unit = row.units[i];
+            EXPECT_EQ(UnicodeUtils::towlower(unit), row.lower[i]) << std::hex << unit;
+            EXPECT_EQ(UnicodeUtils::towupper(unit), row.upper[i]) << std::hex << unit;
+        }
     }
 }
 
@@ -139,20 +115,15 @@ TEST(UnicodeUtils, ReadsDecimalNumbers) {
     EXPECT_EQ(UnicodeUtils::watol(nullptr), 0);
 }
 
+// Without regard to case the unit U+00E9 is mapped, the byte 0xE9 is not.
 TEST(UnicodeUtils, ComparesUnitsWithBytes) {
     const struct {
         const char16_t* text;
         const char* bytes;
         int exact, ignoringCase;
-    } rows[] = {{u"abc", "abc", 0, 0},
-                {u"ABC", "abc", -32, 0},
-                {u"ab", "abc", -99, -67},
-                {u"abc", "ab", 99, 67},
-                {u"", "", 0, 0},
-                {u"\xE9", "\xE9", 0, -32}, // The unit is mapped to U+00C9, the byte is not.
-                {u"\xC9", "\xE9", -32, -32},
-                {u"\x131", "i", 200, 0},
-                {u"\x100", "\xFF", 1, 1}};
+    } rows[] = {{u"abc", "abc", 0, 0},       {u"ABC", "abc", -32, 0}, {u"ab", "abc", -99, -67},
+                {u"abc", "ab", 99, 67},      {u"", "", 0, 0},         {u"\xE9", "\xE9", 0, -32},
+                {u"\xC9", "\xE9", -32, -32}, {u"\x131", "i", 200, 0}, {u"\x100", "\xFF", 1, 1}};
     for (const auto& row : rows) {
         SCOPED_TRACE(row.bytes);
         EXPECT_EQ(UnicodeUtils::wcscmpmb(Units(row.text), row.bytes), row.exact);

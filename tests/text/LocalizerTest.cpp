@@ -1,0 +1,228 @@
+#include <krcore/containers/Array.h>
+#include <krcore/foundation/Callbacks.h>
+#include <krcore/text/Localizer.h>
+#include <krcore/text/String.h>
+#include <krcore/values/Variant.h>
+
+#include <gtest/gtest.h>
+
+using namespace KrCore;
+
+namespace {
+
+/// Answers what it has a text for.
+class Source : public Localizer {
+public:
+    const char* keyText = nullptr;
+    const char* literalText = nullptr;
+    const char* caseText = nullptr;
+    const char* errorText = nullptr;
+    const char* locale = nullptr;
+    int order = notCompared;
+    mutable String askedKey, askedLocale, askedExtra;
+
+protected:
+    bool getZString(String& text, const String& wanted, const String& extra) const override {
+        askedKey = text;
+        askedLocale = wanted;
+        askedExtra = extra;
+        return answer(text, keyText);
+    }
+    bool getLocale(String& text) const override { return answer(text, locale); }
+    bool localizeText(String& text) const override { return answer(text, literalText); }
+    bool localizedCaseConvert(String& text, bool) const override { return answer(text, caseText); }
+    int localizedCompare(const String&, const String&) const override { return order; }
+    bool getErrorMsg(int code, String& text) const override {
+        return code == 7 && answer(text, errorText);
+    }
+
+private:
+    static bool answer(String& text, const char* reply) {
+        text = reply ? reply : "spoilt by somebody who does not answer";
+        return reply != nullptr;
+    }
+};
+
+class LocaleOfTheHost : public Callbacks {
+public:
+    bool getLocale(String& locale) const override {
+        locale = "ga_IE";
+        return true;
+    }
+};
+
+/// Leaves the thread's localizers as the library set them up.
+class LocalizerTest : public testing::Test {
+protected:
+    void TearDown() override {
+        while (Localizer::pop()) {
+        }
+        Localizer::set(&Localizer::getDefault());
+        Localizer::usePerContext(true);
+    }
+};
+
+String localized(const char* text) { return Localizer::localize(text, nullptr); }
+
+String zString(const String& text) {
+    String result = text;
+    Localizer::getZString(result);
+    return result;
+}
+
+} // namespace
+
+TEST_F(LocalizerTest, FillsPlaceholders) {
+    Array args;
+    args += "World";
+    args += 2;
+    args += "%1^C\\n";
+    const struct {
+        const char* text;
+        const char* localized;
+    } rows[] = {{"$$$/A/B=Hello %1", "Hello World"},
+                {"100%% of %4", "100% of "},
+                {"%2%1", "2World"},
+                {"%02.", "2."},
+                {"%0%%1", "%1"},
+                {"%x 5 % %", "%x 5 % %"},
+                {"%12 %4294967297 %99999999999999999999", "  "},
+                {"$$$/A=%3", "%1^C\\n"}, // Verbatim.
+                {"", ""}};
+    for (const auto& row : rows)
+        EXPECT_TRUE(Localizer::localize(row.text, &args) == row.localized) << row.text;
+    EXPECT_TRUE(localized("%1, %2") == ", ");
+    const Array holes(2);
+    EXPECT_TRUE(Localizer::localize("<%2>", &holes) == "<undefined>");
+}
+
+TEST_F(LocalizerTest, ReplacesPairs) {
+    const struct {
+        const char16_t* text;
+        const char16_t* replaced;
+    } rows[] = {{u"a^Tb^x", u"a\u2122b^x"},
+                {u"\\n\\r\\t\\b\\\\\\q", u"\n\r\t\b\\q"},
+                {u"^!^#^A^B^C^D^E^F^I", u"\u00AC\u2318'\u2022\u00A9\u00B0\u00EA/\u2206"},
+                {u"^Q^R^S^T^V^b^e^l", u"\"\u00AE\u2211\u2122\\|\u00E9\\"},
+                {u"^n^r^t^^^[^]^{^}", u"\n\r\t^\u201C\u201D\u2018\u2019"},
+                {u"^\\n", u"^\\n"}, // The "\" belongs to the unknown pair before it.
+                {u"x\\", u"x\\"},
+                {u"^", u"^"},
+                {u"$$$/A=\\n", u"\n"},
+                {u"$$$/A=b=^C", u"b=\u00A9"},
+                {u"$$$/A=one\ntwo", u"one\ntwo"},
+                {u"$$$/A", u""}};
+    for (const auto& row : rows)
+        EXPECT_TRUE(zString(row.text) == row.replaced) << String(row.text).encode(nullptr);
+}
+
+TEST_F(LocalizerTest, AsksTheCurrentLocalizerThenTheStackFromTheTop) {
+    Source current, bottom, top;
+    Localizer::set(&current);
+    Localizer::push(bottom);
+    Localizer::push(top);
+    bottom.keyText = "bottom";
+    EXPECT_TRUE(localized("$$$/K=x\ny") == "bottom");
+    EXPECT_TRUE(current.askedKey == "$$$/K=x\\ny");
+    EXPECT_TRUE(top.askedKey == "$$$/K=x\\ny") << "each is offered the text as it was";
+    EXPECT_TRUE(top.askedExtra.isEmpty());
+    top.keyText = "top";
+    EXPECT_TRUE(localized("$$$/K=x") == "top");
+    current.keyText = "current ^C";
+    EXPECT_TRUE(localized("$$$/K=x") == u"current \u00A9");
+    EXPECT_TRUE(localized("literal") == "literal") << "nobody answers";
+    bottom.literalText = "translated %%";
+    EXPECT_TRUE(localized("literal") == "translated %");
+    Localizer::usePerContext(false);
+    EXPECT_EQ(&Localizer::get(), &Localizer::getDefault());
+    EXPECT_TRUE(localized("$$$/K=x") == "x");
+}
+
+TEST_F(LocalizerTest, KeepsAStackAndACurrentLocalizer) {
+    Source a, b;
+    EXPECT_EQ(&Localizer::get(), &Localizer::getDefault());
+    Localizer::set(&a);
+    EXPECT_EQ(&Localizer::get(), &a);
+    Localizer::set(nullptr);
+    EXPECT_EQ(&Localizer::get(), &Localizer::getDefault());
+
+    EXPECT_EQ(Localizer::pop(), nullptr);
+    EXPECT_FALSE(Localizer::remove(a));
+    for (const Source* each : {&a, &b, &a})
+        Localizer::push(*each);
+    EXPECT_TRUE(Localizer::remove(a));
+    EXPECT_EQ(Localizer::pop(), &a);
+    EXPECT_EQ(Localizer::pop(), &b);
+    EXPECT_EQ(Localizer::pop(), nullptr);
+}
+
+TEST_F(LocalizerTest, NamesTheLocaleToTranslateFor) {
+    Source source;
+    Localizer::push(source);
+    const String users = Localizer::getLocale();
+    EXPECT_TRUE(users.length() >= 2 && Localizer::getLocale() == users);
+    localized("$$$/K=");
+    EXPECT_TRUE(source.askedLocale == users);
+    source.locale = "xx";
+    EXPECT_TRUE(Localizer::getLocale() == "xx") << "neither normalised nor remembered";
+    localized("$$$/K=");
+    EXPECT_TRUE(source.askedLocale == "xx");
+    LocaleOfTheHost host;
+    Callbacks::set(&host);
+    localized("$$$/K=");
+    Callbacks::set(nullptr);
+    EXPECT_TRUE(source.askedLocale == "ga_IE");
+    source.locale = nullptr;
+    EXPECT_TRUE(Localizer::getLocale() == users);
+}
+
+TEST_F(LocalizerTest, OffersErrorMessages) {
+    Source source;
+    Localizer::push(source);
+    String text = "$$$/Err7=Default ^C";
+    EXPECT_FALSE(Localizer::getErrorMessage(7, text));
+    EXPECT_TRUE(text == u"Default \u00A9");
+    source.errorText = "$$$/Other=Resolved \\t";
+    EXPECT_TRUE(Localizer::getErrorMessage(7, text));
+    EXPECT_TRUE(text == "Resolved \t");
+    source.errorText = "plain \\t";
+    EXPECT_TRUE(Localizer::getErrorMessage(7, text));
+    EXPECT_TRUE(text == "plain \\t");
+    EXPECT_FALSE(Localizer::getErrorMessage(8, text));
+}
+
+TEST_F(LocalizerTest, ConvertsCaseAndCompares) {
+    Source source;
+    Localizer::push(source);
+    EXPECT_TRUE(Localizer::caseConvert(u"Stra\u00DFe \u00E4", false) == u"STRA\u00DFE \u00C4");
+    EXPECT_TRUE(Localizer::caseConvert("Abc", true) == "abc");
+    EXPECT_EQ(Localizer::compare("a", "c"), -2);
+    source.caseText = "own";
+    source.order = 5;
+    EXPECT_TRUE(Localizer::caseConvert("Abc", true) == "own");
+    EXPECT_EQ(Localizer::compare("a", "c"), 5);
+}
+
+namespace {
+
+/// Changes the stack it is asked from.
+class Restless : public Localizer {
+protected:
+    bool localizeText(String&) const override {
+        while (Localizer::pop()) {
+        }
+        return false;
+    }
+};
+
+} // namespace
+
+TEST_F(LocalizerTest, SurvivesALocalizerThatEmptiesTheStack) {
+    Source source;
+    Restless restless;
+    source.literalText = "answer";
+    Localizer::push(source);
+    Localizer::push(restless);
+    EXPECT_TRUE(localized("text") == "answer");
+    EXPECT_TRUE(localized("text") == "text");
+}
