@@ -22,6 +22,9 @@ class THashTable;
 /// `clone` answers with an error code.
 class KR_API JSObject : public Cloneable {
 public:
+    JSObject() noexcept = default;
+    ~JSObject() override;
+
     /// The ID the engine knows the object by; 0 while it has none.
     virtual int getObjectID() const;
     /// Sets `name` to the class name; the base says "Object".

@@ -64,8 +64,8 @@ concept VariantForeignPointer =
 /// - Not locked: one variant is used by one thread at a time, getters included, as they fill
 /// caches.
 ///   Conversions of a live object hold that object's lock while they call it.
-/// - Values of the kinds `FileSpec` and `RegExp` cannot be made yet. Their members are declared, so
-///   that code which names them compiles, but only the getters can be linked.
+/// - Values of the kinds `FileSpec` and `RegExp` cannot be made yet. Their setters are declared but
+///   join the library with their classes, as `getAsLiveCollection` does.
 class KR_API Variant : public Heap {
 public:
     /// The result of `compare` for values without an order.
@@ -82,7 +82,7 @@ public:
             copyOwned(other);
         }
     }
-    Variant(Variant&& other) noexcept : Heap() { swap(other); }
+    Variant(Variant&& other) noexcept : Heap() { steal(other); }
     /// A null pointer gives `Undefined`.
     Variant(const Variant* other);
     Variant(bool value) noexcept : type_(VariantType::Bool) { payload_.boolean = value; }
@@ -120,7 +120,8 @@ public:
     /// @name Assignment
     /// @{
     Variant& operator=(const Variant& other);
-    Variant& operator=(Variant&& other) noexcept;
+    /// An array goes by copy, lest it is moved into one of its own elements.
+    Variant& operator=(Variant&& other);
     Variant& operator=(const Variant* other);
     Variant& operator=(bool value);
     Variant& operator=(int value) { return *this = static_cast<double>(value); }
@@ -149,8 +150,6 @@ public:
     Variant& operator=(T) = delete;
     template <class T, class C>
     Variant& operator=(T C::*) = delete;
-
-    void swap(Variant& other) noexcept;
     /// @}
 
     /// @name Setters
@@ -311,8 +310,9 @@ public:
     /// `NotAnObject`. The first failure is returned and recorded in `err`; what was copied before
     /// stays.
     /// @{
-    /// Adds all readable properties to the table under their names. `flags` are those of
-    /// `LiveObject::enumerate`.
+    /// Adds the properties that `flags` ask for (`RequestFlag`) and that can be read to the table
+    /// under their names. Values that the table has under these names already are overwritten; new
+    /// ones are made with `new`, and the caller deletes them.
     int getObjectProperties(THashTable<Variant>& properties, int flags, Error* err) const;
     /// Writes every entry of the table into the property of its name; a dynamic object gets new
     /// properties for names it does not know.
@@ -364,11 +364,12 @@ private:
         MinusInfinity = 32,
         MinusZero = 64,
         NumberKnown = 128,
+        NumberAttributes = 255,
         TextValid = 256,
         Unassigned = 0xFE00
     };
 
-    /// The names an `Object` goes by; its payload word points here.
+    /// The ID and class name of an `Object`; its payload word points here.
     struct ObjectIdentity;
 
     union Payload {
@@ -380,17 +381,17 @@ private:
         Rect* rect;
         Array* array;
         UnitValue* unitValue;
-        const void* pointer;
     };
     /// The second word: the data of an `Object`, the info of a `LiveObject`.
     union Companion {
         Root* objectData;
         int info;
     };
+    /// All of a value but its text, for moving it about.
     struct Content {
-        Payload payload;
-        Companion companion;
-        VariantType type;
+        VariantType type = VariantType::Undefined;
+        Payload payload{};
+        Companion companion{};
     };
 
     bool isPlain() const noexcept { return type_ <= VariantType::Number; }
@@ -398,6 +399,13 @@ private:
         payload_ = other.payload_;
         type_ = other.type_;
         attributes_ = static_cast<unsigned short>(other.attributes_ & ~TextValid);
+    }
+    void steal(Variant& other) noexcept {
+        payload_ = other.payload_;
+        companion_ = other.companion_;
+        text_ = std::exchange(other.text_, nullptr);
+        type_ = std::exchange(other.type_, VariantType::Undefined);
+        attributes_ = std::exchange(other.attributes_, static_cast<unsigned short>(0));
     }
     bool hasAttribute(Attribute attribute) const {
         if (type_ != VariantType::Number) return false;
@@ -408,16 +416,24 @@ private:
     void classify() const;
     void copyOwned(const Variant& other);
     void destroy() noexcept;
-    Content copyContent() const;
+    Content content() const noexcept { return {type_, payload_, companion_}; }
+    Content copyContentFor(const Variant& owner) const;
+    void copyObject(Content& copy) const;
     static void destroyContent(const Content& content) noexcept;
     void install(const Content& content) noexcept;
-    void installPlain(VariantType type, Payload payload);
-    void installText(String&& text);
+    void installText(String& text);
+    void setPlain(VariantType type, Payload payload = {}) noexcept;
     String& textSlot() const;
-    const String& numberText(int radix, int precision) const;
     void formText(String& text) const;
-    int compareNumbers(const Variant& other) const;
-    bool primitive(Variant& result) const;
+    void formObjectText(String& text) const;
+    double ownNumber() const;
+    bool getPrimitive(Variant& result) const;
+    bool isNumeric() const noexcept {
+        return type_ == VariantType::Null || type_ == VariantType::Bool ||
+               type_ == VariantType::Number;
+    }
+    void convertToArray();
+    bool compareSameKind(const Variant& other, int& order) const;
 
     Payload payload_{};
     Companion companion_{};
