@@ -21,7 +21,7 @@ int compare(const unsigned short* a, const unsigned short* b, int count) {
     b = orEmpty(b);
     for (; count > 0; --count, ++a, ++b) {
         const int difference = map(*a) - map(*b);
-        if (difference != 0 || *a == 0) return difference;
+        if (difference != 0 || *a == 0 || *b == 0) return difference;
     }
     return 0;
 }
