@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 
 namespace KrCore {
@@ -8,8 +9,7 @@ namespace KrCore {
 class TickCounter {
 public:
     std::uint32_t ticks(std::uint32_t milliseconds) {
-        if (milliseconds < last_) accumulated_ += ticksPerWrap;
-        last_ = milliseconds;
+        if (milliseconds < last_.exchange(milliseconds)) accumulated_ += ticksPerWrap;
         return milliseconds / 50 + accumulated_;
     }
 
@@ -18,8 +18,9 @@ private:
     static constexpr std::uint32_t ticksPerWrap =
         5368709; // held by TimeTicks.KeepTheirOddStepAcrossAWrap
 
-    std::uint32_t accumulated_ = 0;
-    std::uint32_t last_ = 0;
+    // Not locked: threads that meet at a wrap may count it twice.
+    std::atomic<std::uint32_t> accumulated_ = 0;
+    std::atomic<std::uint32_t> last_ = 0;
 };
 
 } // namespace KrCore

@@ -5,27 +5,43 @@
 
 #include <krcore/containers/SparseArray.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <memory>
 #include <utility>
 
 namespace KrCore {
 
-/// Who refers weakly to whom. A list of holders per target; a holder that leaves becomes a null
-/// entry, which the next one takes. Used under the lock for weak references.
+/// Who refers weakly to one target. A holder that leaves becomes a null entry, which the next one
+/// takes.
+class HolderList : public Heap {
+public:
+    HolderList() { holders_.setIncrement(16); }
+
+    void add(WeakRefBase* holder);
+    void remove(WeakRefBase* holder);
+    void clear();
+
+private:
+    SimpleArray holders_;
+    int firstFree_ = 0; ///< No null entry lies before it.
+};
+
+/// The lists by target. Used under the lock for weak references.
 struct WeakReferenceTable {
     SparseArray* lists = nullptr; ///< Made by the first weak reference.
     /// The number of lists. Read without the lock by every last release, which then seldom needs
     /// the lock.
     std::atomic<int> count = 0;
 
-    SimpleArray* find(const Refcountable* target) const;
-    SimpleArray& findOrMake(const Refcountable* target);
-    void add(WeakRefBase* holder, const Refcountable* target);
-    void remove(WeakRefBase* holder);
+    HolderList* find(const Refcountable* target) const;
+    HolderList& findOrMake(const Refcountable* target);
+    void leave(WeakRefBase* holder);
     void clear(const Refcountable* target);
     void destroy();
     Refcountable* assign(WeakRefBase* holder, Refcountable* target);
+
+    static void empty(WeakRefBase* holder) { holder->target_ = nullptr; }
 };
 
 namespace {
@@ -41,62 +57,70 @@ long long wordOf(const void* pointer) {
     return static_cast<long long>(reinterpret_cast<std::uintptr_t>(pointer));
 }
 
-WeakRefBase* holderOf(long long word) {
-    return reinterpret_cast<WeakRefBase*>(static_cast<std::uintptr_t>(word));
-}
-
-SimpleArray* listOf(long long word) {
-    return reinterpret_cast<SimpleArray*>(static_cast<std::uintptr_t>(word));
+template <class T>
+T* pointerOf(long long word) {
+    return reinterpret_cast<T*>(static_cast<std::uintptr_t>(word));
 }
 
 } // namespace
 
-SimpleArray* WeakReferenceTable::find(const Refcountable* target) const {
-    return lists ? listOf(lists->find(keyOf(target))) : nullptr;
+void HolderList::add(WeakRefBase* holder) {
+    const int length = holders_.length();
+    while (firstFree_ < length && std::as_const(holders_)[firstFree_] != 0)
+        ++firstFree_;
+    if (firstFree_ == length)
+        holders_.append(wordOf(holder));
+    else
+        holders_[firstFree_] = wordOf(holder);
+    ++firstFree_;
 }
 
-SimpleArray& WeakReferenceTable::findOrMake(const Refcountable* target) {
-    if (SimpleArray* list = find(target)) return *list;
+void HolderList::remove(WeakRefBase* holder) {
+    const int entry = holders_.indexOf(wordOf(holder));
+    if (entry < 0) return;
+    holders_[entry] = 0;
+    firstFree_ = std::min(firstFree_, entry);
+}
+
+void HolderList::clear() {
+    for (const long long word : std::as_const(holders_)) {
+        if (word != 0) WeakReferenceTable::empty(pointerOf<WeakRefBase>(word));
+    }
+}
+
+HolderList* WeakReferenceTable::find(const Refcountable* target) const {
+    return lists ? pointerOf<HolderList>(lists->find(keyOf(target))) : nullptr;
+}
+
+HolderList& WeakReferenceTable::findOrMake(const Refcountable* target) {
+    if (HolderList* list = find(target)) return *list;
     if (!lists) lists = new SparseArray;
-    auto list = std::make_unique<SimpleArray>();
-    list->setIncrement(16);
+    auto list = std::make_unique<HolderList>();
     lists->set(keyOf(target), wordOf(list.get()));
     ++count;
     return *list.release();
 }
 
-void WeakReferenceTable::add(WeakRefBase* holder, const Refcountable* target) {
-    SimpleArray& list = findOrMake(target);
-    const int freeEntry = list.indexOf(0);
-    if (freeEntry >= 0)
-        list[freeEntry] = wordOf(holder);
-    else
-        list.append(wordOf(holder));
-}
-
-void WeakReferenceTable::remove(WeakRefBase* holder) {
-    SimpleArray* list = find(holder->target_);
-    const int entry = list ? list->indexOf(wordOf(holder)) : -1;
-    if (entry >= 0) (*list)[entry] = 0;
-    holder->target_ = nullptr;
+void WeakReferenceTable::leave(WeakRefBase* holder) {
+    if (HolderList* list = find(holder->target_)) list->remove(holder);
+    empty(holder);
 }
 
 void WeakReferenceTable::clear(const Refcountable* target) {
     if (!lists) return;
-    const std::unique_ptr<SimpleArray> list(listOf(lists->remove(keyOf(target))));
+    const std::unique_ptr<HolderList> list(pointerOf<HolderList>(lists->remove(keyOf(target))));
     if (!list) return;
     --count;
-    for (const long long word : std::as_const(*list)) {
-        if (WeakRefBase* holder = holderOf(word)) holder->target_ = nullptr;
-    }
+    list->clear();
 }
 
 void WeakReferenceTable::destroy() {
     if (!lists) return;
-    SimpleArray values;
-    lists->getData(values);
-    for (const long long word : std::as_const(values))
-        delete listOf(word);
+    const auto deleteList = [](long long, long long* list, long long) {
+        delete pointerOf<HolderList>(*list);
+        return true;
+    };
+    lists->forEach(deleteList, 0);
     delete std::exchange(lists, nullptr);
     count = 0;
 }
@@ -108,12 +132,12 @@ void WeakReferenceTable::destroy() {
 // the last release counts down before it reads the number of lists: so one of the two sees the
 // other.
 Refcountable* WeakReferenceTable::assign(WeakRefBase* holder, Refcountable* target) {
-    if (holder->target_) remove(holder);
+    if (holder->target_) leave(holder);
     if (!target) return nullptr;
-    add(holder, target);
+    findOrMake(target).add(holder);
     holder->target_ = target;
     if (std::atomic_ref(target->references_).load() > 0) return target;
-    remove(holder);
+    leave(holder);
     return nullptr;
 }
 
