@@ -31,12 +31,12 @@ struct Context {
     std::int64_t lapBase = 0;
     DaylightAnswer daylight;
 
-    EncodeScratch* encodeScratch = nullptr; ///< The result of the last String::encode.
-    const Localizer* localizer = nullptr;   ///< The current one; borrowed, may be null.
-    SimpleArray* localizerStack = nullptr;  ///< Pushed localizers, borrowed; the array is owned.
-    Encoder* defaultEncoder = nullptr;      ///< Null until somebody asks.
-    Root* extension = nullptr;              ///< Owned; whatever the host of the context adds.
-    Lock* libraryLock = nullptr;            ///< The library's lock table; null single-threaded.
+    EncodeScratch* encodeScratch = nullptr;  ///< The result of the last String::encode.
+    const Localizer* localizer = nullptr;    ///< The current one; borrowed, may be null.
+    SimpleArray* localizerStack = nullptr;   ///< Pushed localizers, borrowed; the array is owned.
+    const Encoder* defaultEncoder = nullptr; ///< Borrowed; null until somebody asks.
+    Root* extension = nullptr;               ///< Owned; whatever the host of the context adds.
+    Lock* libraryLock = nullptr;             ///< The library's lock table; null single-threaded.
 
     /// Neighbours in the list of all contexts (Context.cpp).
     Context* next = nullptr;

@@ -32,11 +32,13 @@ constexpr Hook startHooks[] = {
     startThreads,
     startStrings,
     startLocalizer,
+    startEncoders,
 };
 
 constexpr Hook stopHooks[] = {
     stopLocks,
     stopWeakReferences,
+    stopEncoders,
     stopLocalizer,
     stopStrings,
     stopThreads,

@@ -12,7 +12,9 @@ namespace KrCore {
 enum class LockSlot {
     AllocatorRegistry = 0,
     LazyLocks = 2,
+    EncoderRegistry = 4,
     LocaleCache = 5,
+    ErrorDefinitions = 6,
     WeakReferences = 8,
 };
 

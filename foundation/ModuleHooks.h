@@ -23,9 +23,11 @@ void startContexts();
 void startThreads();
 void startStrings();
 void startLocalizer();
+void startEncoders();
 
 void stopLocks();
 void stopWeakReferences();
+void stopEncoders();
 void stopLocalizer();
 void stopStrings();
 void stopThreads();
