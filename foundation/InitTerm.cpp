@@ -48,6 +48,7 @@ constexpr Hook stopHooks[] = {
 
 constexpr ContextHook contextHooks[] = {
     endLocalizerOf,
+    endStringsOf,
 };
 // clang-format on
 

@@ -39,6 +39,7 @@ void stopAllocators();
 // tables. Either way it is freed through the calling thread's heap.
 
 void endLocalizerOf(Context& context);
+void endStringsOf(Context& context);
 
 /// Calls all of these.
 void endModulesOf(Context& context);

@@ -53,4 +53,12 @@ inline int putCodePoint(unsigned short* out, unsigned int codePoint) noexcept {
 inline bool isHighSurrogate(unsigned short unit) noexcept { return (unit & 0xFC00) == 0xD800; }
 inline bool isLowSurrogate(unsigned short unit) noexcept { return (unit & 0xFC00) == 0xDC00; }
 
+/// A surrogate pair stands at `units`.
+inline bool isPair(const unsigned short* units, const unsigned short* end) noexcept {
+    return isHighSurrogate(units[0]) && end - units > 1 && isLowSurrogate(units[1]);
+}
+inline unsigned int codePointOf(const unsigned short* pair) noexcept {
+    return 0x10000U + ((pair[0] & 0x3FFU) << 10) + (pair[1] & 0x3FFU);
+}
+
 } // namespace KrCore
