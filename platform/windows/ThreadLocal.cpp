@@ -7,7 +7,8 @@ namespace KrCore::Platform {
 namespace {
 
 constinit DWORD slot = TLS_OUT_OF_INDEXES;
-constinit void (*threadExitHandler)(void*) = nullptr;
+using ThreadExitHandler = void (*)(void* value);
+constinit ThreadExitHandler threadExitHandler = nullptr;
 
 } // namespace
 
