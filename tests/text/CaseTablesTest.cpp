@@ -26,18 +26,6 @@ TEST(CaseTables, CoverTenRangesWithSixArrays) {
     EXPECT_EQ(bytes, 9694);
 }
 
-TEST(CaseTables, HoldTheTellingPropertyBytes) {
-    const struct {
-        int unit, properties;
-    } rows[] = {{0x08, 0x00},  {0x09, 0x10},  {0x0D, 0x10},  {0x0E, 0x00}, {' ', 0x10},
-                {'$', 0xC0},   {'0', 0x80},   {'9', 0x80},   {'A', 0xC5},  {'Z', 0xC5},
-                {'_', 0xC0},   {'a', 0xCC},   {'z', 0xCC},   {0xA0, 0x10}, {0xAA, 0xC0},
-                {0xAD, 0x20},  {0xB5, 0xCF},  {0xD7, 0x00},  {0xFF, 0xCF}, {0x100, 0xC1},
-                {0x101, 0xC8}, {0x130, 0xCF}, {0x131, 0xCF}, {0x300, 0x80}};
-    for (const auto& row : rows)
-        EXPECT_EQ(propertyRanges[0].properties[row.unit], row.properties) << std::hex << row.unit;
-}
-
 // Counted from the character database by other means: units that map, and the sum of their
 // partners.
 TEST(CaseTables, MapAsManyUnitsAsTheDatabase) {

@@ -4,6 +4,8 @@
 #include <krcore/text/String.h>
 #include <krcore/values/Variant.h>
 
+#include "support/FailingAllocator.h"
+
 #include <gtest/gtest.h>
 
 using namespace KrCore;
@@ -225,4 +227,24 @@ TEST_F(LocalizerTest, SurvivesALocalizerThatEmptiesTheStack) {
     Localizer::push(restless);
     EXPECT_TRUE(localized("text") == "answer");
     EXPECT_TRUE(localized("text") == "text");
+}
+
+TEST_F(LocalizerTest, GivesEverythingBackWhenMemoryIsShort) {
+    struct Pushed {
+        explicit Pushed(const Localizer& localizer) { Localizer::push(localizer); }
+        ~Pushed() { Localizer::pop(); }
+    };
+    const Localizer plain;
+    // The stack and the locale are kept.
+    Pushed bottom(plain);
+    Localizer::getLocale();
+    Testing::forEachFailure([&] {
+        Array args;
+        args += "argument";
+        const Pushed top(plain);
+        EXPECT_EQ(Localizer::localize("$$$/K=a ^C and one\nlong %1", &args).length(), 25);
+        String message = "$$$/K=Message ^^";
+        Localizer::getErrorMessage(1, message);
+        Localizer::caseConvert(message, true);
+    });
 }
