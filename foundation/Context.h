@@ -7,6 +7,7 @@
 namespace KrCore {
 
 class Encoder;
+class LiveObjectData;
 class Localizer;
 class Lock;
 class Root;
@@ -35,8 +36,10 @@ struct Context {
     const Localizer* localizer = nullptr;    ///< The current one; borrowed, may be null.
     SimpleArray* localizerStack = nullptr;   ///< Pushed localizers, borrowed; the array is owned.
     const Encoder* defaultEncoder = nullptr; ///< Borrowed; null until somebody asks.
-    Root* extension = nullptr;               ///< Owned; whatever the host of the context adds.
-    Lock* libraryLock = nullptr;             ///< The library's lock table; null single-threaded.
+    LiveObjectData* endingObjects = nullptr; ///< Of dead live objects, waiting for their turn.
+    bool isEndingObjects = false;
+    Root* extension = nullptr;   ///< Owned; whatever the host of the context adds.
+    Lock* libraryLock = nullptr; ///< The library's lock table; null single-threaded.
 
     /// Neighbours in the list of all contexts (Context.cpp).
     Context* next = nullptr;

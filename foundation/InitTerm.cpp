@@ -37,6 +37,7 @@ constexpr Hook startHooks[] = {
 
 constexpr Hook stopHooks[] = {
     stopLocks,
+    stopLiveObjects,
     stopWeakReferences,
     stopEncoders,
     stopLocalizer,

@@ -16,6 +16,8 @@ enum class LockSlot {
     LocaleCache = 5,
     ErrorDefinitions = 6,
     WeakReferences = 8,
+    Broadcasters = 9, // making the list of listeners
+    LiveObjects = 10, // factories and autostore links
 };
 
 constexpr int lockSlotCount = 15;

@@ -26,6 +26,7 @@ void startLocalizer();
 void startEncoders();
 
 void stopLocks();
+void stopLiveObjects();
 void stopWeakReferences();
 void stopEncoders();
 void stopLocalizer();

@@ -12,12 +12,14 @@ namespace KrCore {
 
 class Array;
 class ClassInfo;
+class CloneSession;
 class LiveComponent;
-class LiveMessage;
 class LiveObjectData;
 class LiveProperty;
 class SimpleArray;
 class Variant;
+template <class T>
+class InterfacePtr;
 
 /// An object of the host as scripts see it: named properties and methods, reached by integer IDs.
 ///
@@ -233,8 +235,10 @@ protected:
     mutable String className_; // empty until asked for when none was given
 
 private:
-    friend class LiveObjectAccess;
-
+    LiveProperty* addProperty(const String& name, int id, unsigned flags, unsigned extraFlags);
+    int askListenersForName(const String& name, int& id, InfoType& kind, int flags) const;
+    int cloneReferences(LiveObject& copy) const;
+    int cloneWithin(CloneSession& session, InterfacePtr<LiveObject>& copy) const;
     bool isUsable() const { return data_ && isValid(); }
 
     LiveObjectData* data_; // owned; null when memory was exhausted

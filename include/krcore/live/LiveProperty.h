@@ -1,7 +1,7 @@
 #pragma once
 
 #include <krcore/foundation/Export.h>
-#include <krcore/foundation/Heap.h>
+#include <krcore/foundation/Root.h>
 #include <krcore/live/InfoType.h>
 #include <krcore/live/PropertyFlags.h>
 #include <krcore/text/String.h>
@@ -34,6 +34,8 @@ public:
     virtual int get(Variant& value) const;
     /// 46 when the record is of a kind that is not written (bit 0) and has had its one write.
     virtual int put(const Variant& value);
+    /// Stores a value whatever the kind: the library's copy of what a listener keeps.
+    void setValue(const Variant& value);
     /// Empties the result and returns 24.
     virtual int call(LiveObject& self, const Array& args, Variant& result, Error* err);
 

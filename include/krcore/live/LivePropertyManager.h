@@ -1,8 +1,8 @@
 #pragma once
 
 #include <krcore/foundation/Export.h>
-#include <krcore/foundation/Heap.h>
 #include <krcore/foundation/Lockable.h>
+#include <krcore/foundation/Root.h>
 #include <krcore/live/InfoType.h>
 
 namespace KrCore {

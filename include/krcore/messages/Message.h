@@ -2,7 +2,7 @@
 
 #include <krcore/foundation/Export.h>
 #include <krcore/foundation/FourCharCode.h>
-#include <krcore/foundation/Heap.h>
+#include <krcore/foundation/Root.h>
 
 namespace KrCore {
 

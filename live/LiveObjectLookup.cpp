@@ -1,0 +1,126 @@
+#include <krcore/live/LiveObject.h>
+
+#include "live/ComponentWalk.h"
+#include "live/LiveObjectData.h"
+#include "live/LiveObjectFlags.h"
+
+#include <krcore/foundation/ErrorCode.h>
+#include <krcore/live/LivePropertyManager.h>
+#include <krcore/messages/LiveMessage.h>
+
+namespace KrCore {
+
+namespace {
+
+struct NameAnswer {
+    int code = ErrorCode::NotFound;
+    int id = 0;
+    InfoType kind = InfoType::Unknown;
+};
+
+/// The first component that does not answer "not found" decides, also when it hides the name.
+bool askComponents(const LiveObject& object, const LiveObjectData& data, const String& name,
+                   int flags, NameAnswer& answer) {
+    for (ComponentWalk walk(data.components); walk.next();) {
+        answer = NameAnswer();
+        answer.code = walk->getIDForName(object, name, answer.id, answer.kind, flags);
+        if (answer.code == ErrorCode::NotFound) continue;
+        if (answer.kind == InfoType::Hidden) answer.code = ErrorCode::NotFound;
+        return true;
+    }
+    return false;
+}
+
+} // namespace
+
+int LiveObject::getIDForName(const String& name, int& id, InfoType& kind, int flags) const {
+    id = 0;
+    kind = InfoType::Unknown;
+    if (!isUsable()) return ErrorCode::ObjectInvalid;
+    const bool ignoreCase = (flags & RequestFlag::IgnoreCase) != 0;
+    if (LiveProperty* record = data_->properties.find(name, ignoreCase)) {
+        data_->properties.touch(*record);
+        id = record->getID();
+        kind = record->getKind();
+        return ErrorCode::Ok;
+    }
+    if (!name.isEmpty() && propertyManager) {
+        ScopedLock guard(*propertyManager);
+        if (propertyManager->getIDForName(name, id, kind, flags) == ErrorCode::Ok)
+            return ErrorCode::Ok;
+        id = 0;
+        kind = InfoType::Unknown;
+    }
+    NameAnswer answer;
+    if (!askComponents(*this, *data_, name, flags, answer))
+        return askListenersForName(name, id, kind, flags);
+    if (answer.code == ErrorCode::Ok) {
+        id = answer.id;
+        kind = answer.kind;
+    }
+    return answer.code;
+}
+
+int LiveObject::askListenersForName(const String& name, int& id, InfoType& kind, int flags) const {
+    if (!(flags_ & ObjectFlag::Dynamic) || !isListening(MessageID::GetID))
+        return ErrorCode::NotFound;
+    LiveMessage message(*this, MessageID::GetID, 0, Variant(name), nullptr);
+    message.getLanguage() = flags;
+    const String wanted = name;
+    if (!broadcast(message)) return ErrorCode::NotFound;
+    if (message.getError() != ErrorCode::Ok) return message.getError();
+    if (!isUsable()) return ErrorCode::ObjectInvalid;
+
+    const auto kindBits = static_cast<unsigned>(message.getData()->getInteger()) &
+                          static_cast<unsigned>(PropertyFlag::KindMask);
+    LiveProperty* record = const_cast<LiveObject*>(this)->addProperty(
+        wanted, message.getPropertyID(), kindBits | PropertyFlag::Hidden,
+        PropertyFlag::KeptByListener);
+    if (!record) return ErrorCode::OutOfMemory;
+    id = record->getID();
+    kind = record->getKind();
+    return ErrorCode::Ok;
+}
+
+int LiveObject::getNameForID(int id, String& name, int flags) const {
+    if (!isUsable()) {
+        name.erase();
+        return ErrorCode::ObjectInvalid;
+    }
+    if (id == PropertyID::Constructor) {
+        name = getClassName();
+        return ErrorCode::Ok;
+    }
+    if (LiveProperty* record = findProperty(id)) {
+        name = record->getName();
+        return ErrorCode::Ok;
+    }
+    if (propertyManager) {
+        ScopedLock guard(*propertyManager);
+        if (propertyManager->getNameForID(id, name, flags) == ErrorCode::Ok) return ErrorCode::Ok;
+    }
+    for (ComponentWalk walk(data_->components); walk.next();) {
+        if (walk->getNameForID(*this, id, name, flags) == ErrorCode::Ok) return ErrorCode::Ok;
+    }
+    name.erase();
+    return ErrorCode::NotFound;
+}
+
+InfoType LiveObject::getType(int id) {
+    if (!isUsable()) return InfoType::Unknown;
+    if (id == PropertyID::Constructor) return InfoType::Method;
+    if (LiveProperty* record = data_->properties.find(id)) return record->getKind();
+    if (propertyManager) {
+        ScopedLock guard(*propertyManager);
+        const InfoType kind = propertyManager->getType(id);
+        if (kind != InfoType::Unknown) return kind;
+    }
+    for (ComponentWalk walk(data_->components); walk.next();) {
+        const InfoType kind = walk->getType(*this, id);
+        if (kind == InfoType::Unknown) continue;
+        return kind == InfoType::Hidden ? InfoType::Unknown : kind;
+    }
+    return InfoType::Unknown;
+}
+
+} // namespace KrCore
