@@ -33,11 +33,13 @@ constexpr Hook startHooks[] = {
     startStrings,
     startLocalizer,
     startEncoders,
+    startErrors,
 };
 
 constexpr Hook stopHooks[] = {
     stopLocks,
     stopLiveObjects,
+    stopErrors,
     stopWeakReferences,
     stopEncoders,
     stopLocalizer,

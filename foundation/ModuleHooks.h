@@ -24,9 +24,11 @@ void startThreads();
 void startStrings();
 void startLocalizer();
 void startEncoders();
+void startErrors();
 
 void stopLocks();
 void stopLiveObjects();
+void stopErrors();
 void stopWeakReferences();
 void stopEncoders();
 void stopLocalizer();

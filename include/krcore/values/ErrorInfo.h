@@ -44,9 +44,7 @@ private:
     ErrorInfo(int code, const String& text);
     ~ErrorInfo();
 
-    /// A copy with clones of what it owns, not linked to anything.
-    static ErrorInfo* copy(const ErrorInfo& source);
-    void setData(const Cloneable* data);
+    void setData(const Cloneable& data);
     void setErrorData(const Variant& value);
 
     ErrorInfo* next_ = nullptr;
