@@ -1,6 +1,5 @@
 #include <krcore/containers/SparseArray.h>
 
-#include <cstdint>
 #include <utility>
 
 namespace KrCore {
@@ -16,20 +15,6 @@ int percentInUse(int items, int buckets) {
 }
 
 } // namespace
-
-struct SparseArray::Item : Heap {
-    Item(Item* nextItem, long long itemKey, long long itemValue)
-        : next(nextItem), key(itemKey), value(itemValue) {}
-
-    static Item* of(long long word) {
-        return reinterpret_cast<Item*>(static_cast<std::intptr_t>(word));
-    }
-    static long long wordOf(const Item* item) { return reinterpret_cast<std::intptr_t>(item); }
-
-    Item* next;
-    long long key;
-    long long value;
-};
 
 SparseArray::SparseArray(const SparseArray& other) : SparseArray() {
     *this += other; // The object is complete by now: a failure here runs its destructor.
@@ -47,10 +32,6 @@ SparseArray& SparseArray::operator=(const SparseArray& other) {
 
 int SparseArray::bucketOf(long long key) const {
     return static_cast<int>((key & 0x7FFFFFFF) % buckets_.length());
-}
-
-SparseArray::Item* SparseArray::head(int bucket) const {
-    return Item::of(buckets_.getData()[bucket]);
 }
 
 SparseArray::Item* SparseArray::findItem(long long key) const {
@@ -152,49 +133,20 @@ long long SparseArray::remove(long long key) {
 }
 
 void SparseArray::removeData(long long value) {
-    for (int index = 0; index < buckets_.length(); ++index) {
-        Item* item = head(index);
-        Item* kept = nullptr;
-        while (item) {
-            Item* next = item->next;
-            if (item->value != value) {
-                kept = item;
-            } else {
-                if (kept) {
-                    kept->next = next;
-                } else {
-                    buckets_[index] = Item::wordOf(next);
-                }
-                delete item;
-                --count_;
-            }
-            item = next;
-        }
-    }
+    removeIf([value](long long, long long held) { return held == value; });
     smartShrink();
 }
 
 void SparseArray::erase() {
-    for (const long long word : buckets_) {
-        for (Item* item = Item::of(word); item;) {
-            Item* next = item->next;
-            delete item;
-            item = next;
-        }
-    }
+    removeIf([](long long, long long) { return true; });
     buckets_.erase();
-    count_ = 0;
 }
 
 void SparseArray::getKeys(SimpleArray& keys) const {
     SimpleArray result;
     result.setSize(count_);
     long long* element = count_ > 0 ? &result[0] : nullptr;
-    for (const long long word : buckets_) {
-        for (const Item* item = Item::of(word); item; item = item->next) {
-            *element++ = item->key;
-        }
-    }
+    visitItems([&element](long long key, long long) { *element++ = key; });
     keys = result;
 }
 
@@ -202,11 +154,7 @@ void SparseArray::getData(SimpleArray& values) const {
     SimpleArray result;
     result.setSize(count_);
     long long* element = count_ > 0 ? &result[0] : nullptr;
-    for (const long long word : buckets_) {
-        for (const Item* item = Item::of(word); item; item = item->next) {
-            *element++ = item->value;
-        }
-    }
+    visitItems([&element](long long, long long value) { *element++ = value; });
     values = result;
 }
 
@@ -233,11 +181,7 @@ bool SparseArray::operator==(const SparseArray& other) const {
 
 SparseArray& SparseArray::operator+=(const SparseArray& other) {
     if (this == &other) return *this;
-    for (const long long word : other.buckets_) {
-        for (const Item* item = Item::of(word); item; item = item->next) {
-            set(item->key, item->value);
-        }
-    }
+    other.visitItems([this](long long key, long long value) { set(key, value); });
     return *this;
 }
 

@@ -12,6 +12,7 @@ class Localizer;
 class Lock;
 class Root;
 class SimpleArray;
+struct ArrayScratch;
 struct EncodeScratch;
 
 /// The last question to `Time::isDST`.
@@ -36,6 +37,7 @@ struct Context {
     const Localizer* localizer = nullptr;    ///< The current one; borrowed, may be null.
     SimpleArray* localizerStack = nullptr;   ///< Pushed localizers, borrowed; the array is owned.
     const Encoder* defaultEncoder = nullptr; ///< Borrowed; null until somebody asks.
+    ArrayScratch* arrayScratch = nullptr;    ///< Stand-ins for elements, texts in progress.
     LiveObjectData* endingObjects = nullptr; ///< Of dead live objects, waiting for their turn.
     bool isEndingObjects = false;
     Root* extension = nullptr;   ///< Owned; whatever the host of the context adds.

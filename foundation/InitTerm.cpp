@@ -52,6 +52,7 @@ constexpr Hook stopHooks[] = {
 constexpr ContextHook contextHooks[] = {
     endLocalizerOf,
     endStringsOf,
+    endArraysOf,
 };
 // clang-format on
 

@@ -43,6 +43,7 @@ void stopAllocators();
 
 void endLocalizerOf(Context& context);
 void endStringsOf(Context& context);
+void endArraysOf(Context& context);
 
 /// Calls all of these.
 void endModulesOf(Context& context);

@@ -2,6 +2,8 @@
 
 #include <krcore/containers/BasicArray.h>
 
+#include <type_traits>
+
 namespace KrCore {
 
 class FileSpec;
@@ -62,6 +64,8 @@ public:
     Array& operator+=(const Variant& value);
     Array& operator+=(const String& text);
     Array& operator+=(const char* text);
+    Array& operator+=(const unsigned short* text);
+    Array& operator+=(const char16_t* text);
     Array& operator+=(int number);
     Array& operator+=(double number);
     Array& operator+=(bool value);
@@ -70,6 +74,9 @@ public:
     Array& operator+=(FileSpec& file);
     Array& operator+=(const Point& point);
     Array& operator+=(const Rect& rect);
+    /// Every other pointer would be appended as `true`.
+    template <class T>
+    requires(!std::is_convertible_v<T*, LiveObject*>) Array& operator+=(T*) = delete;
     /// Appends the elements of `other`, holes kept, as far as the length allows.
     Array& operator+=(Array& other);
     /// Sets the length to 0.
@@ -95,12 +102,17 @@ private:
     friend class BasicArray;
     friend class Variant;
     struct Data;
-    struct Editing;
+    class Discard;
+    class Shift;
 
     explicit Array(Data* adopted) : data_(adopted) {}
-    /// A new array for `slot` to own that shares `source`, unless `slot` is an element of it.
+    /// A new array for `slot` to own that shares `source`. When `slot` lies within `source`, it
+    /// shares nothing of what leads there: else the array would come to hold itself.
     static Array* createFor(const Variant& slot, const Array& source);
-    void unique(unsigned int length);
+    bool reaches(const Variant& slot, int depth) const;
+    void detachFrom(const Variant& slot, int depth);
+    Array& appendValue(Variant&& value);
+    void truncate(unsigned int length);
 
     Data* data_;
 };

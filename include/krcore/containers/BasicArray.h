@@ -53,6 +53,10 @@ public:
 protected:
     BasicArray() = default;
     ~BasicArray() override = default;
+
+private:
+    void appendText(String& text, const char* opening, const char* closing) const;
+    static void appendElement(String& text, const Variant& element);
 };
 
 } // namespace KrCore

@@ -2,6 +2,8 @@
 
 #include <krcore/containers/SimpleArray.h>
 
+#include <cstdint>
+
 namespace KrCore {
 
 /// A map from 64-bit keys to 64-bit values: integers, or pointers that it never owns.
@@ -29,6 +31,9 @@ public:
     long long remove(long long key);
     /// Removes every item that holds `value`.
     void removeData(long long value);
+    /// Removes every item for which `test(key, value)` is true. Gives no buckets back.
+    template <class Test>
+    void removeIf(Test&& test);
     void erase();
 
     /// Fill `keys` or `values` with one element per item, in iteration order.
@@ -38,6 +43,10 @@ public:
     /// write the value through the pointer and change this map: items that it removes are not
     /// visited later, items that it adds are left out.
     void forEach(bool (*visit)(long long key, long long* value, long long data), long long data);
+
+    /// Calls `visit(key, value)` for each item in iteration order; it must not change this map.
+    template <class Visit>
+    void visitItems(Visit&& visit) const;
 
     /// The same keys with the same values, in whatever order.
     bool operator==(const SparseArray& other) const;
@@ -51,10 +60,22 @@ protected:
     void smartShrink();
 
 private:
-    struct Item;
+    struct Item : Heap {
+        Item(Item* nextItem, long long itemKey, long long itemValue)
+            : next(nextItem), key(itemKey), value(itemValue) {}
+
+        static Item* of(long long word) {
+            return reinterpret_cast<Item*>(static_cast<std::intptr_t>(word));
+        }
+        static long long wordOf(const Item* item) { return reinterpret_cast<std::intptr_t>(item); }
+
+        Item* next;
+        long long key;
+        long long value;
+    };
 
     Item* findItem(long long key) const;
-    Item* head(int bucket) const;
+    Item* head(int bucket) const { return Item::of(buckets_.getData()[bucket]); }
     int bucketOf(long long key) const;
     void grow();
     void rehash(int bucketCount);
@@ -62,5 +83,36 @@ private:
     int count_ = 0;
     SimpleArray buckets_;
 };
+
+template <class Visit>
+void SparseArray::visitItems(Visit&& visit) const {
+    for (const long long word : buckets_) {
+        for (const Item* item = Item::of(word); item; item = item->next) {
+            visit(item->key, item->value);
+        }
+    }
+}
+
+template <class Test>
+void SparseArray::removeIf(Test&& test) {
+    for (int bucket = 0; bucket < buckets_.length(); ++bucket) {
+        Item* kept = nullptr;
+        for (Item* item = head(bucket); item;) {
+            Item* next = item->next;
+            if (!test(item->key, item->value)) {
+                kept = item;
+            } else {
+                if (kept) {
+                    kept->next = next;
+                } else {
+                    buckets_[bucket] = Item::wordOf(next);
+                }
+                delete item;
+                --count_;
+            }
+            item = next;
+        }
+    }
+}
 
 } // namespace KrCore

@@ -1,0 +1,70 @@
+#include "containers/ArrayData.h"
+
+#include <krcore/text/String.h>
+#include <krcore/values/Point.h>
+#include <krcore/values/Rect.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace KrCore {
+
+Array& Array::appendValue(Variant&& value) {
+    if (data_->length == Data::maxLength) return *this;
+    Variant& element = safeGet(data_->length);
+    // An array is stored by the way that looks whether it holds the element.
+    if (value.getType() == VariantType::Array) {
+        element = *value.getArray();
+    } else {
+        element.swap(value);
+    }
+    return *this;
+}
+
+Array& Array::operator+=(const Variant& value) { return appendValue(Variant(value)); }
+
+Array& Array::operator+=(const String& text) { return appendValue(Variant(text)); }
+
+Array& Array::operator+=(const char* text) { return appendValue(Variant(text)); }
+
+Array& Array::operator+=(const unsigned short* text) { return appendValue(Variant(text)); }
+
+Array& Array::operator+=(const char16_t* text) { return appendValue(Variant(text)); }
+
+Array& Array::operator+=(int number) { return appendValue(Variant(number)); }
+
+Array& Array::operator+=(double number) { return appendValue(Variant(number)); }
+
+Array& Array::operator+=(bool value) { return appendValue(Variant(value)); }
+
+Array& Array::operator+=(LiveObject& object) { return appendValue(Variant(object)); }
+
+Array& Array::operator+=(LiveObject* object) { return appendValue(Variant(object)); }
+
+Array& Array::operator+=(FileSpec& file) { return appendValue(Variant(file)); }
+
+Array& Array::operator+=(const Point& point) { return appendValue(Variant(point)); }
+
+Array& Array::operator+=(const Rect& rect) { return appendValue(Variant(rect)); }
+
+Array& Array::operator+=(Array& other) {
+    const Array source(other); // Also when it is this array: then the elements of now.
+    const unsigned int start = data_->length;
+    const unsigned int count = std::min(source.length(), Data::maxLength - start);
+    if (count == 0) return *this;
+    insertAt(start, count);
+    try {
+        data_->growDense(std::min(data_->length, data_->denseLimit));
+        source.data_->visitElements([&](unsigned int index, const Variant& element) {
+            if (index < count && element.isDefined()) safeGet(start + index) = element;
+        });
+    } catch (...) {
+        data_->truncateDense(start);
+        data_->eraseSparse(start, data_->length);
+        data_->length = start;
+        throw;
+    }
+    return *this;
+}
+
+} // namespace KrCore
