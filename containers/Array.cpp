@@ -14,15 +14,17 @@ namespace KrCore {
 
 namespace {
 
-/// Behind so many arrays within arrays nobody looks for the place that an array is stored to.
-constexpr int maxDetachDepth = 256;
+/// How many arrays within arrays are searched for the place that an array is stored to.
+constexpr int maxPathLength = 256;
 
 } // namespace
 
 Array::Array() : data_(&Data::empty) {}
 
 Array::Array(const Array& other) : data_(other.data_) {
-    if (data_ != &Data::empty) countUp(data_->refCount);
+    if (data_ == &Data::empty) return;
+    if (data_->hasLent) data_->hasLent = false; // What was handed out may not be written any more.
+    countUp(data_->refCount);
 }
 
 Array::Array(Array&& other) noexcept : data_(std::exchange(other.data_, &Data::empty)) {}
@@ -72,16 +74,11 @@ Variant& Array::safeGet(unsigned int index) {
     }
     // Also for an element that exists: what is written must not show in the arrays that share it.
     makeUnique();
-    Variant* element = nullptr;
-    if (index < data_->denseLimit) {
-        if (index >= data_->used()) data_->growDense(index + 1);
-        element = data_->dense->slots() + index;
-    } else {
-        element = &data_->makeSparse(index);
+    Variant& element = data_->make(index);
+    if (index >= data_->denseLimit || element.getType() == VariantType::Array) {
+        data_->hasLent = true;
     }
-    data_->length = std::max(data_->length, index + 1);
-    if (element->getType() == VariantType::Array) data_->hasLentArray = true;
-    return *element;
+    return element;
 }
 
 void Array::setLength(unsigned int length) {
@@ -138,35 +135,36 @@ bool Array::operator==(const Array& other) const {
 }
 
 Array* Array::createFor(const Variant& slot, const Array& source) {
+    unsigned int path[maxPathLength];
+    const int pathLength = source.findPath(slot, path, 0);
     std::unique_ptr<Array> copy(new Array(source));
-    copy->detachFrom(slot, 0);
+    if (pathLength < 0) return copy.release();
+    copy->makeUnique();
+    Array* array = copy.get();
+    for (int step = 0; step < pathLength; ++step) {
+        array = array->data_->find(path[step])->getArray();
+        array->makeUnique();
+    }
     return copy.release();
 }
 
-bool Array::reaches(const Variant& slot, int depth) const {
-    if (depth > maxDetachDepth) return false;
+int Array::findPath(const Variant& slot, unsigned int* path, int depth) const {
     const Variant* first = getData();
     if (first && std::less_equal<>()(first, &slot) && std::less<>()(&slot, first + data_->used())) {
-        return true;
+        return depth;
     }
-    if (!data_->sparse && !data_->hasLentArray) return false;
-    bool found = false;
-    data_->visitElements([&](unsigned int, const Variant& element) {
-        if (found || &element == &slot) {
-            found = true;
-        } else if (data_->hasLentArray && element.getType() == VariantType::Array) {
-            found = element.getArray()->reaches(slot, depth + 1);
+    if (!data_->hasLent || depth == maxPathLength) return -1;
+    int length = -1;
+    data_->visitElements([&](unsigned int index, const Variant& element) {
+        if (length >= 0) return;
+        if (&element == &slot) {
+            length = depth;
+        } else if (element.getType() == VariantType::Array) {
+            path[depth] = index;
+            length = element.getArray()->findPath(slot, path, depth + 1);
         }
     });
-    return found;
-}
-
-void Array::detachFrom(const Variant& slot, int depth) {
-    if (!reaches(slot, depth)) return;
-    makeUnique();
-    data_->visitElements([&slot, depth](unsigned int, Variant& element) {
-        if (Array* nested = element.getArray()) nested->detachFrom(slot, depth + 1);
-    });
+    return length;
 }
 
 } // namespace KrCore

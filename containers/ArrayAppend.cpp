@@ -11,12 +11,14 @@ namespace KrCore {
 
 Array& Array::appendValue(Variant&& value) {
     if (data_->length == Data::maxLength) return *this;
-    Variant& element = safeGet(data_->length);
-    // An array is stored by the way that looks whether it holds the element.
-    if (value.getType() == VariantType::Array) {
-        element = *value.getArray();
-    } else {
-        element.swap(value);
+    makeUnique();
+    const unsigned int index = data_->length;
+    Variant& element = data_->make(index);
+    try {
+        element = std::move(value);
+    } catch (...) {
+        data_->cutBack(index);
+        throw;
     }
     return *this;
 }
@@ -41,8 +43,6 @@ Array& Array::operator+=(LiveObject& object) { return appendValue(Variant(object
 
 Array& Array::operator+=(LiveObject* object) { return appendValue(Variant(object)); }
 
-Array& Array::operator+=(FileSpec& file) { return appendValue(Variant(file)); }
-
 Array& Array::operator+=(const Point& point) { return appendValue(Variant(point)); }
 
 Array& Array::operator+=(const Rect& rect) { return appendValue(Variant(rect)); }
@@ -56,12 +56,10 @@ Array& Array::operator+=(Array& other) {
     try {
         data_->growDense(std::min(data_->length, data_->denseLimit));
         source.data_->visitElements([&](unsigned int index, const Variant& element) {
-            if (index < count && element.isDefined()) safeGet(start + index) = element;
+            if (index < count && element.isDefined()) data_->make(start + index) = element;
         });
     } catch (...) {
-        data_->truncateDense(start);
-        data_->eraseSparse(start, data_->length);
-        data_->length = start;
+        data_->cutBack(start);
         throw;
     }
     return *this;

@@ -55,7 +55,6 @@ Array::Data* Array::Data::create(unsigned int length) {
 Array::Data* Array::Data::clone() const {
     Owned copy(new Data);
     copy->denseLimit = denseLimit;
-    copy->hasLentArray = hasLentArray;
     copy->copyElements(*this);
     copy->length = length;
     return copy.release();
@@ -136,6 +135,18 @@ SparseArray& Array::Data::needSparse() {
     return *sparse;
 }
 
+Variant& Array::Data::make(unsigned int index) {
+    Variant* element = nullptr;
+    if (index >= denseLimit) {
+        element = &makeSparse(index);
+    } else {
+        if (index >= used()) growDense(index + 1);
+        element = dense->slots() + index;
+    }
+    length = std::max(length, index + 1);
+    return *element;
+}
+
 Variant& Array::Data::makeSparse(unsigned int index) {
     if (Variant* element = sparseElement(index)) {
         if (index >= length) element->erase();
@@ -144,6 +155,12 @@ Variant& Array::Data::makeSparse(unsigned int index) {
     std::unique_ptr<Variant> element(new Variant);
     needSparse().set(index, toWord(element.get()));
     return *element.release();
+}
+
+void Array::Data::cutBack(unsigned int oldLength) noexcept {
+    truncateDense(oldLength);
+    eraseSparse(oldLength, length);
+    length = oldLength;
 }
 
 void Array::Data::eraseSparse(unsigned int from, unsigned int to) noexcept {

@@ -5,6 +5,7 @@
 #include <krcore/values/Variant.h>
 
 #include <cstdint>
+#include <cstring>
 #include <memory>
 
 namespace KrCore {
@@ -53,8 +54,12 @@ struct Array::Data : Heap {
     void growDense(unsigned int count);
     void truncateDense(unsigned int count) noexcept;
     SparseArray& needSparse();
-    /// The sparse element for writing; it is made when it is missing or hidden.
+    /// The element for writing; it is made, and the length raised, when need be.
+    Variant& make(unsigned int index);
+    /// The same for a sparse element; a hidden one is emptied.
     Variant& makeSparse(unsigned int index);
+    /// Takes the elements from `oldLength` on away again.
+    void cutBack(unsigned int oldLength) noexcept;
     /// Frees the sparse elements `from` ... `to - 1`.
     void eraseSparse(unsigned int from, unsigned int to) noexcept;
 
@@ -63,6 +68,10 @@ struct Array::Data : Heap {
     template <class Visit>
     void visitElements(Visit&& visit) const;
 
+    /// Moves an element as bytes over an undefined one; where it was is raw memory then.
+    static void relocate(Variant* target, Variant* source) noexcept {
+        std::memcpy(static_cast<void*>(target), source, sizeof(Variant));
+    }
     static Variant* toElement(long long word) {
         return reinterpret_cast<Variant*>(static_cast<std::intptr_t>(word));
     }
@@ -75,9 +84,10 @@ struct Array::Data : Heap {
     int refCount = 1;
     unsigned int length = 0;
     unsigned int denseLimit = usualDenseLimit;
-    /// An element that is an array was handed out for writing: something may be stored in the depth
-    /// of this record.
-    bool hasLentArray = false;
+    /// Since the last copy a sparse element, or one that is an array, was handed out for writing:
+    /// something may be stored in the depth of this record. Only ever set while one array holds the
+    /// record.
+    bool hasLent = false;
     Data* nextReleased = nullptr;
 
     /// Of every empty array. Never counted, never written.

@@ -118,8 +118,11 @@ void Array::Shift::commit() noexcept {
         Variant* slots = dense->slots();
         for (unsigned int index = from_ + staying_; index < used_; ++index) {
             const long long word = sparse_->find(index - from_ + to_);
-            if (word) Data::toElement(word)->swap(slots[index]);
-            slots[index].~Variant();
+            if (word) {
+                Data::relocate(Data::toElement(word), slots + index);
+            } else {
+                slots[index].~Variant();
+            }
         }
         discard.takeDense(slots + kept_, dropped_);
         std::memmove(static_cast<void*>(slots + to_), slots + from_, staying_ * sizeof(Variant));
@@ -140,8 +143,8 @@ void Array::Shift::moveSparse(Discard& discard) noexcept {
             unsigned int target = 0;
             const Fate fate = fateOf(key, target);
             if (fate == Fate::BecomesDense) {
-                data_.dense->slots()[target].swap(*Data::toElement(word));
-                delete Data::toElement(word);
+                Data::relocate(data_.dense->slots() + target, Data::toElement(word));
+                Heap::operator delete(Data::toElement(word));
             } else if (fate == Fate::Goes) {
                 discard.takeSparse(word);
             }
@@ -179,8 +182,7 @@ void Array::removeAt(unsigned int index, unsigned int count) {
 void Array::deleteAt(unsigned int index) {
     if (!isDefined(index)) return;
     makeUnique();
-    Variant former;
-    data_->find(index)->swap(former);
+    const Variant former(std::move(*data_->find(index)));
 }
 
 } // namespace KrCore

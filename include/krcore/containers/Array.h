@@ -71,6 +71,7 @@ public:
     Array& operator+=(bool value);
     Array& operator+=(LiveObject& object);
     Array& operator+=(LiveObject* object);
+    /// Declared for code that names it; there are no `FileSpec` values to link it with yet.
     Array& operator+=(FileSpec& file);
     Array& operator+=(const Point& point);
     Array& operator+=(const Rect& rect);
@@ -109,8 +110,9 @@ private:
     /// A new array for `slot` to own that shares `source`. When `slot` lies within `source`, it
     /// shares nothing of what leads there: else the array would come to hold itself.
     static Array* createFor(const Variant& slot, const Array& source);
-    bool reaches(const Variant& slot, int depth) const;
-    void detachFrom(const Variant& slot, int depth);
+    /// Writes the indexes that lead to the array whose element `slot` is, and returns how many; -1
+    /// when there is none.
+    int findPath(const Variant& slot, unsigned int* path, int depth) const;
     Array& appendValue(Variant&& value);
     void truncate(unsigned int length);
 
