@@ -62,14 +62,12 @@ int encodeUnits(const unsigned short* units, int count, const Encoder& encoder, 
     const std::int64_t room = roomFor(units, count, encoder);
     if (room > INT_MAX) throw OutOfMemory();
     out.reserve(static_cast<std::size_t>(room));
-    out.setLength(0);
     int consumed = count;
     int written = static_cast<int>(room);
     const int code = encoder.toMBCS(units, consumed, out.bytes(), written, true);
-    if (code != ErrorCode::Ok) return code;
-    if (consumed != count) return ErrorCode::CharacterConversion;
-    out.setLength(written);
-    return ErrorCode::Ok;
+    const bool isWhole = code == ErrorCode::Ok && consumed == count;
+    out.setLength(isWhole ? written : 0);
+    return code == ErrorCode::Ok && !isWhole ? int(ErrorCode::CharacterConversion) : code;
 }
 
 } // namespace KrCore
