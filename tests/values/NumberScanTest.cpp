@@ -13,7 +13,7 @@ using namespace KrCore;
 
 namespace {
 
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
 enum : int { Whole = 0, BeforeBlank = 1, Prefix = 2 };
@@ -42,18 +42,18 @@ TEST(NumberScan, StopsWhereTheNumberEnds) {
     const ScanRow rows[] = {{"", Whole, 0, ""},
                             {" \t\n", Whole, 0, ""},
                             {"  12  ", BeforeBlank, 12, "  "},
-                            {"  12  ", Whole, nan, "  "},
+                            {"  12  ", Whole, notANumber, "  "},
                             {"12 pt", BeforeBlank, 12, " pt"},
-                            {"12pt", BeforeBlank, nan, "pt"},
+                            {"12pt", BeforeBlank, notANumber, "pt"},
                             {"12pt", Prefix, 12, "pt"},
                             {"12 pt", BeforeBlank | 0x300, 12, " pt"},
-                            {"12 ", 0x100, nan, " "},
-                            {"-", Prefix, nan, ""},
-                            {"- 5", Prefix, nan, " 5"},
-                            {"+-5", Prefix, nan, "-5"},
-                            {" -.", Prefix, nan, "."},
-                            {".e5", Prefix, nan, ".e5"},
-                            {"abc", Prefix, nan, "abc"},
+                            {"12 ", 0x100, notANumber, " "},
+                            {"-", Prefix, notANumber, ""},
+                            {"- 5", Prefix, notANumber, " 5"},
+                            {"+-5", Prefix, notANumber, "-5"},
+                            {" -.", Prefix, notANumber, "."},
+                            {".e5", Prefix, notANumber, ".e5"},
+                            {"abc", Prefix, notANumber, "abc"},
                             {".5", Whole, 0.5, ""},
                             {"5.", Whole, 5, ""},
                             {"1.5.5", Prefix, 1.5, ".5"},
@@ -61,12 +61,12 @@ TEST(NumberScan, StopsWhereTheNumberEnds) {
                             {"1e+", Prefix, 1, "e+"},
                             {"2E-3x", Prefix, 0.002, "x"},
                             {"-Infinity", Whole, -infinity, ""},
-                            {"Infinity!", Whole, nan, "!"},
-                            {"Infinit", Prefix, nan, "Infinit"},
-                            {"NaN 5", BeforeBlank, nan, " 5"},
+                            {"Infinity!", Whole, notANumber, "!"},
+                            {"Infinit", Prefix, notANumber, "Infinit"},
+                            {"NaN 5", BeforeBlank, notANumber, " 5"},
                             {" -0x10", Whole, -16, ""},
                             {"0XfFg", Prefix, 255, "g"},
-                            {"0x", Prefix, nan, "0x"},
+                            {"0x", Prefix, notANumber, "0x"},
                             {"-0", Whole, -0.0, ""}};
     for (const auto& row : rows) {
         SCOPED_TRACE(testing::Message() << '"' << row.text << "\" with flags " << row.flags);
@@ -137,9 +137,9 @@ TEST(NumberScan, ReadsWholeNumbersInAnyRadix) {
                 {"0x1F", 0, Whole, 31, ""},
                 {"010", 0, Whole, 10, ""},
                 {"129", 8, Prefix, 10, "9"},
-                {"9", 8, Prefix, nan, "9"},
-                {"5", 37, Prefix, nan, "5"},
-                {"5", 1, Prefix, nan, "5"},
+                {"9", 8, Prefix, notANumber, "9"},
+                {"5", 37, Prefix, notANumber, "5"},
+                {"5", 1, Prefix, notANumber, "5"},
                 {"", 10, Whole, 0, ""},
                 {" 42 ", 10, BeforeBlank, 42, " "},
                 {"18446744073709551616", 10, Whole, 18446744073709551616.0, ""},

@@ -17,7 +17,7 @@ using namespace KrCore;
 
 namespace {
 
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
 std::string textOf(const Variant& value) {
@@ -54,15 +54,15 @@ TEST(VariantConvert, GivesNumbersByTheScriptRules) {
     const struct {
         Variant value;
         double number;
-    } rows[] = {{Variant(), nan},
+    } rows[] = {{Variant(), notANumber},
                 {Variant(static_cast<LiveObject*>(nullptr)), 0},
                 {true, 1},
                 {" 12 pt", 12},
-                {"12pt", nan},
+                {"12pt", notANumber},
                 {"", 0},
-                {Point(1, 2), nan},
-                {Rect(), nan},
-                {arrayOf({5}), nan},
+                {Point(1, 2), notANumber},
+                {Rect(), notANumber},
+                {arrayOf({5}), notANumber},
                 {UnitValue(2.5, "cm"), 2.5},
                 {Variant(77, "Thing", nullptr), 77}};
     for (const auto& row : rows) {
@@ -81,7 +81,7 @@ TEST(VariantConvert, TakesOnlyTheTextTrueForTrue) {
                 {"false", true},
                 {"", false},
                 {-0.0, false},
-                {nan, false},
+                {notANumber, false},
                 {infinity, true},
                 {Point(1, 1), false},
                 {arrayOf({true}), false},
@@ -98,7 +98,7 @@ TEST(VariantConvert, KeepsIntegersWithinTheirRange) {
         unsigned int natural;
     } rows[] = {{2.9, 2, 2},
                 {-2.9, -2, 0},
-                {nan, 0, 0},
+                {notANumber, 0, 0},
                 {3e9, 2147483647, 3000000000u},
                 {1e300, 2147483647, 4294967295u},
                 {-infinity, -2147483647 - 1, 0},
@@ -173,8 +173,8 @@ TEST(VariantCompare, OrdersAnyTwoValues) {
     } rows[] = {{Variant(), Variant(), 0},
                 {Variant(), 5, -1},
                 {5, Variant(), 1},
-                {nan, Variant(), 1},
-                {Variant(), nan, -1},
+                {notANumber, Variant(), 1},
+                {Variant(), notANumber, -1},
                 {null, Variant(), 1},
                 {null, null, 0},
                 {null, 0, 0},
@@ -185,8 +185,8 @@ TEST(VariantCompare, OrdersAnyTwoValues) {
                 {"10", 2, 1},
                 {"10", "2", -1},
                 {"ten", 2, unordered},
-                {nan, nan, unordered},
-                {nan, "x", unordered},
+                {notANumber, notANumber, unordered},
+                {notANumber, "x", unordered},
                 {0, -0.0, 0},
                 {1e308, -1e308, 1},
                 {infinity, 1e308, 1},
