@@ -32,22 +32,39 @@ constexpr std::uint64_t powersOfTen[] = {1u,
                                          10000000000000000000u};
 
 constexpr int maximalPlaces = 15;
+constexpr int fractionPlaces = 16;
 
-/// The units of 00 to 99, two at a time.
-struct DigitPairs {
-    unsigned short units[200];
-    constexpr DigitPairs() : units() {
-        for (int value = 0; value < 100; ++value) {
-            units[2 * value] = static_cast<unsigned short>('0' + value / 10);
-            units[2 * value + 1] = static_cast<unsigned short>('0' + value % 10);
-        }
-    }
-};
-constexpr DigitPairs digitPairs;
+static_assert(std::endian::native == std::endian::little, "digits are packed first digit lowest");
 
-void writePair(unsigned short* out, unsigned int value) {
-    std::memcpy(out, digitPairs.units + 2 * value, 2 * sizeof *out);
+/// The eight decimal digits of a number below 10^8, one in each byte, the first in the lowest.
+/// Halves of four, quarters of two and single digits are divided side by side within one word.
+std::uint64_t packDigits(std::uint32_t value) {
+    const std::uint64_t fours = value / 10000 | std::uint64_t(value % 10000) << 32;
+    const std::uint64_t hundreds = (fours * 10486 >> 20) & 0x0000007F0000007Fu;
+    const std::uint64_t twos = hundreds | (fours - hundreds * 100) << 16;
+    const std::uint64_t tens = (twos * 103 >> 10) & 0x000F000F000F000Fu;
+    return tens | (twos - tens * 10) << 8;
 }
+
+void writePacked(unsigned short* out, std::uint64_t digits) {
+    digits |= 0x3030303030303030u;
+    unsigned char bytes[8];
+    std::memcpy(bytes, &digits, sizeof bytes);
+    for (int index = 0; index < 8; ++index)
+        out[index] = bytes[index];
+}
+
+/// Writes a number below 10^8 without zeros in front.
+int writeFront(unsigned short* out, std::uint32_t value) {
+    const std::uint64_t digits = packDigits(value);
+    const int zeros = value == 0 ? 7 : std::countr_zero(digits) / 8;
+    writePacked(out, digits >> 8 * zeros);
+    return 8 - zeros;
+}
+
+int significantLength(std::uint64_t digits) { return 8 - std::countl_zero(digits) / 8; }
+
+constexpr std::uint64_t tenToEight = 100000000u;
 
 struct BinaryParts {
     std::uint64_t mantissa;
@@ -71,18 +88,19 @@ int decimalDigitCount(std::uint64_t value) {
     return estimate + (value >= powersOfTen[estimate] || value == 0 ? 1 : 0);
 }
 
-void writeDecimalDigits(unsigned short* out, std::uint64_t value, int count) {
-    unsigned short* position = out + count;
-    while (value > 0xFFFFFFFFu && position - out >= 8) {
-        auto low = static_cast<std::uint32_t>(value % 100000000u);
-        value /= 100000000u;
-        for (int pair = 0; pair < 4; ++pair, low /= 100)
-            writePair(position -= 2, low % 100);
-    }
-    auto rest = static_cast<std::uint32_t>(value);
-    for (; position - out >= 2; rest /= 100)
-        writePair(position -= 2, rest % 100);
-    if (position != out) *out = static_cast<unsigned short>('0' + rest % 10);
+int writeInteger(unsigned short* out, std::uint64_t value) {
+    if (value < tenToEight) return writeFront(out, static_cast<std::uint32_t>(value));
+    const int length = writeInteger(out, value / tenToEight);
+    writePacked(out + length, packDigits(static_cast<std::uint32_t>(value % tenToEight)));
+    return length + 8;
+}
+
+int writeFraction(unsigned short* out, std::uint64_t fraction, int places) {
+    const std::uint64_t front = packDigits(static_cast<std::uint32_t>(fraction / tenToEight));
+    const std::uint64_t back = packDigits(static_cast<std::uint32_t>(fraction % tenToEight));
+    writePacked(out, front);
+    if (places > 8) writePacked(out + 8, back);
+    return back ? 8 + significantLength(back) : significantLength(front);
 }
 
 bool roundToPlaces(double magnitude, int places, FixedDecimal& result) {
@@ -103,13 +121,12 @@ bool roundToPlaces(double magnitude, int places, FixedDecimal& result) {
     const Wide product = Wide(fraction) * powersOfTen[places];
     const Wide half = Wide(1) << (shift - 1);
     const Wide remainder = product & ((half << 1) - 1);
-    result = {whole, static_cast<std::uint64_t>(product >> shift)};
-    const bool isOdd = ((places > 0 ? result.fraction : result.whole) & 1) != 0;
-    if (remainder > half || (remainder == half && isOdd)) ++result.fraction;
-    if (result.fraction == powersOfTen[places]) {
-        result.fraction = 0;
-        ++result.whole;
-    }
+    auto parts = static_cast<std::uint64_t>(product >> shift);
+    const bool isOdd = ((places > 0 ? parts : whole) & 1) != 0;
+    if (remainder > half || (remainder == half && isOdd)) ++parts;
+    const bool carries = parts == powersOfTen[places];
+    result.whole = carries ? whole + 1 : whole;
+    result.fraction = carries ? 0 : parts * powersOfTen[fractionPlaces - places];
     return true;
 }
 

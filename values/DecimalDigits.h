@@ -4,13 +4,21 @@
 
 namespace KrCore {
 
+/// Digits are written eight at a time, so up to this many units behind the last one are
+/// overwritten.
+constexpr int digitSlack = 8;
+
 /// 1 for 0.
 int decimalDigitCount(std::uint64_t value);
 
-/// Writes `value`, which has `count` decimal digits or fewer, with zeros in front.
-void writeDecimalDigits(unsigned short* out, std::uint64_t value, int count);
+/// Writes the decimal digits and returns how many they are.
+int writeInteger(unsigned short* out, std::uint64_t value);
 
-/// A number with its places behind the point as a second integer: 12.05 with 2 places is 12 and 5.
+/// Writes the first `places` (0 to 16) digits of a fraction of 10^16 parts and returns how many of
+/// them stand up to the last one that is not 0.
+int writeFraction(unsigned short* out, std::uint64_t fraction, int places);
+
+/// A decimal number as whole part and fraction of 10^16 parts.
 struct FixedDecimal {
     std::uint64_t whole;
     std::uint64_t fraction;

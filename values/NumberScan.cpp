@@ -3,7 +3,9 @@
 #include <krcore/text/String.h>
 #include <krcore/text/UnicodeUtils.h>
 
+#include <algorithm>
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <limits>
 
@@ -15,6 +17,7 @@ constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
 constexpr int significantDigits = 18;
+constexpr std::uint64_t smallestCorrected = 17976931348623158u;
 constexpr int largestWrittenExponent = 511;
 constexpr int largestFinitePower = 308;
 
@@ -63,26 +66,10 @@ struct NumberScan::Decimal {
     int exponent = 0;
     bool hasDigits = false;
 
-    void addDigit(int digit, bool behindPoint) {
-        hasDigits = true;
-        if (digit == 0 && digitCount == 0) {
-            if (behindPoint) --exponent;
-            return;
-        }
-        ++digitCount;
-        if (digitCount <= significantDigits) {
-            mantissa = mantissa * 10 + static_cast<unsigned int>(digit);
-            if (behindPoint) --exponent;
-            return;
-        }
-        if (digitCount == significantDigits + 1 && digit > 4) ++mantissa;
-        if (!behindPoint) ++exponent;
-    }
-
     /// Kept: two groups of texts come out as the scripts that wrote them expect (held by
     /// NumberScan.KeepsItsCorrections).
     bool isCorrected(double& value) const {
-        if (mantissa == 17976931348623158u && (exponent == 292 || exponent == -292)) {
+        if (mantissa == smallestCorrected && (exponent == 292 || exponent == -292)) {
             value = std::numeric_limits<double>::max();
             return true;
         }
@@ -95,7 +82,7 @@ struct NumberScan::Decimal {
     double value() const {
         double result;
         if (mantissa == 0) return 0;
-        if (isCorrected(result)) return result;
+        if (mantissa >= smallestCorrected && isCorrected(result)) return result;
         const int size = exponent < 0 ? -exponent : exponent;
         const double power =
             size <= largestFinitePower ? powersOfTen[static_cast<std::size_t>(size)] : infinity;
@@ -176,8 +163,8 @@ double NumberScan::nothingBehindBlanks() {
 }
 
 double NumberScan::unsignedDouble() {
-    if (skipWord("Infinity")) return infinity;
-    if (skipWord("NaN")) return nan;
+    if (*current_ == 'I' && skipWord("Infinity")) return infinity;
+    if (*current_ == 'N' && skipWord("NaN")) return nan;
     const unsigned short* number = current_;
     Decimal decimal;
     readDigits(decimal);
@@ -190,16 +177,43 @@ double NumberScan::unsignedDouble() {
 }
 
 void NumberScan::readDigits(Decimal& decimal) {
-    bool behindPoint = false;
-    for (; current_ != end_; ++current_) {
-        if (isDigit(*current_)) {
-            decimal.addDigit(*current_ - '0', behindPoint);
-        } else if (*current_ == '.' && !behindPoint) {
-            behindPoint = true;
-        } else {
-            return;
-        }
+    readRun(decimal, false);
+    if (current_ == end_ || *current_ != '.') return;
+    ++current_;
+    readRun(decimal, true);
+}
+
+/// Reads the digits on one side of the point. Zeros in front take no place; the first 18 digits
+/// make the mantissa, the 19th rounds it and those behind only count.
+void NumberScan::readRun(Decimal& decimal, bool behindPoint) {
+    const unsigned short* const start = current_;
+    const unsigned short* const end = end_;
+    const unsigned short* unit = start;
+    if (decimal.digitCount == 0) {
+        while (unit != end && *unit == '0')
+            ++unit;
     }
+    const unsigned short* const first = unit;
+    const std::ptrdiff_t room = std::max(significantDigits - decimal.digitCount, 0);
+    const unsigned short* const last = first + std::min(room, end - first);
+    std::uint64_t mantissa = decimal.mantissa;
+    for (; unit != last && isDigit(*unit); ++unit) {
+        mantissa = mantissa * 10 + static_cast<unsigned int>(*unit - '0');
+    }
+    decimal.digitCount += static_cast<int>(unit - first);
+    if (behindPoint) decimal.exponent -= static_cast<int>(unit - start);
+
+    const unsigned short* const excess = unit;
+    while (unit != end && isDigit(*unit))
+        ++unit;
+    if (unit != excess) {
+        if (decimal.digitCount == significantDigits && *excess > '4') ++mantissa;
+        decimal.digitCount += static_cast<int>(unit - excess);
+        if (!behindPoint) decimal.exponent += static_cast<int>(unit - excess);
+    }
+    decimal.mantissa = mantissa;
+    decimal.hasDigits |= unit != start;
+    current_ = unit;
 }
 
 /// An "e" without digits behind it belongs to the text behind the number.

@@ -32,6 +32,7 @@ private:
     double nothingBehindBlanks();
     double unsignedDouble();
     void readDigits(Decimal& decimal);
+    void readRun(Decimal& decimal, bool behindPoint);
     void readExponent(Decimal& decimal);
     bool readInteger(int radix, double& value);
     double finish(double value, TrailingText trailing) const;

@@ -83,12 +83,7 @@ void NumberText::append(const char* text) {
 }
 
 void NumberText::appendInteger(std::uint64_t value) {
-    appendPadded(value, decimalDigitCount(value));
-}
-
-void NumberText::appendPadded(std::uint64_t value, int places) {
-    writeDecimalDigits(units_ + length_, value, places);
-    length_ += places;
+    length_ += writeInteger(units_ + length_, value);
 }
 
 void NumberText::appendDecimal(double magnitude, int precision, NumberNotation notation) {
@@ -114,20 +109,26 @@ void NumberText::appendDecimal(double magnitude, int precision, NumberNotation n
 }
 
 void NumberText::appendFixed(double magnitude, int precision, NumberNotation notation) {
-    const int start = length_;
-    if (FixedDecimal exact; roundToPlaces(magnitude, precision, exact)) {
-        appendInteger(exact.whole);
-        if (precision > 0) {
-            append('.');
-            appendPadded(exact.fraction, precision);
-        }
-    } else {
+    FixedDecimal exact;
+    if (!roundToPlaces(magnitude, precision, exact)) {
+        const int start = length_;
         char text[maximalPrecision + 320];
         const auto result =
             std::to_chars(text, text + sizeof text, magnitude, std::chars_format::fixed, precision);
         appendMantissa(text, result.ptr);
+        if (notation == NumberNotation::Shortest) finishMantissa(start, precision, notation);
+        return;
     }
-    if (notation == NumberNotation::Shortest) finishMantissa(start, precision, notation);
+    appendInteger(exact.whole);
+    if (precision == 0) return;
+    const int point = length_;
+    append('.');
+    const int places = writeFraction(units_ + length_, exact.fraction, precision);
+    if (notation != NumberNotation::Shortest) {
+        length_ += precision;
+    } else {
+        length_ = places > 0 ? length_ + places : point;
+    }
 }
 
 void NumberText::appendExponential(double magnitude, int precision, NumberNotation notation) {

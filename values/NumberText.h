@@ -36,7 +36,6 @@ private:
     void append(char ch) { units_[length_++] = static_cast<unsigned char>(ch); }
     void append(const char* text);
     void appendInteger(std::uint64_t value);
-    void appendPadded(std::uint64_t value, int places);
     void appendDecimal(double magnitude, int precision, NumberNotation notation);
     void appendFixed(double magnitude, int precision, NumberNotation notation);
     void appendExponential(double magnitude, int precision, NumberNotation notation);
@@ -45,7 +44,7 @@ private:
     void finishMantissa(int start, int precision, NumberNotation notation);
     void appendInRadix(double magnitude, int radix);
 
-    /// Room for the largest number in base 2.
+    /// Room for the largest number in base 2, and for the digits behind the last.
     static constexpr int capacity = 1040;
 
     int length_ = 0;

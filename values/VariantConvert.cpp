@@ -55,11 +55,9 @@ int coordinate(const Array& array, unsigned int index) {
 
 template <class Scan>
 double scanText(const String& text, String* rest, Scan&& scan) {
-    // `rest` may be `text`.
-    const String source(text);
-    NumberScan scanner(source);
+    NumberScan scanner(text);
     const double value = scan(scanner);
-    if (rest) *rest = source.substr(scanner.position());
+    if (rest) *rest = text.substr(scanner.position());
     return value;
 }
 
