@@ -1,0 +1,11 @@
+#pragma once
+
+/// @file
+/// Everything KrCore offers.
+
+#include <krcore/containers.h>
+#include <krcore/foundation.h>
+#include <krcore/live.h>
+#include <krcore/messages.h>
+#include <krcore/text.h>
+#include <krcore/values.h>
