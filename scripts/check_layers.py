@@ -19,6 +19,9 @@ UPWARD_STEPS = {
     "foundation/WeakReferences.cpp": {"containers"},    # the weak-reference table is made of word arrays
     "text/EncoderRegistry.cpp": {"containers"},         # names are found in a hash table
     "text/Localizer.cpp": {"containers", "values"},     # placeholders take their text from an array of values
+    "values/VariantContent.cpp": {"live"},              # a value counts the live object it holds
+    "values/VariantConvert.cpp": {"live"},              # and asks it for its number and its text
+    "values/VariantProperties.cpp": {"live"},           # and reads and writes its properties
 }
 
 SYSTEM_HEADERS = re.compile(
