@@ -1,4 +1,5 @@
-// The smallest host: one class that scripts could use, declared in a table, and what a script engine does with it.
+// The smallest host: one class that scripts could use, declared in a table, and what a script
+// engine does with it.
 
 #include <krcore/krcore.h>
 
@@ -30,9 +31,14 @@ public:
     int get(int id, Variant& result, Error* err) const override {
         if (!isValid()) return LiveObject::get(id, result, err);
         switch (id) {
-        case Brightness: result = brightness_; return ErrorCode::Ok;
-        case Colour: result = "warm white"; return ErrorCode::Ok;
-        default: return LiveObject::get(id, result, err);
+        case Brightness:
+            result = brightness_;
+            return ErrorCode::Ok;
+        case Colour:
+            result = "warm white";
+            return ErrorCode::Ok;
+        default:
+            return LiveObject::get(id, result, err);
         }
     }
 
@@ -57,7 +63,8 @@ private:
     static constexpr LivePropertyInfo table[] = {
         {"brightness", Brightness, static_cast<int>(InfoType::ReadWrite), "number;0;100\tPer cent"},
         {"colour", Colour, static_cast<int>(InfoType::ReadOnly), "string\tColour of the light"},
-        {"switchOff", SwitchOff, static_cast<int>(InfoType::Method), "number\tGives the last brightness"},
+        {"switchOff", SwitchOff, static_cast<int>(InfoType::Method),
+         "number\tGives the last brightness"},
         {nullptr, 0, 0, nullptr}};
 
     inline static LivePropertyManager* manager_ = nullptr;
@@ -83,7 +90,8 @@ void useLamp() {
     Error error;
 
     show("lamp.brightness", lamp->get("brightness", value, &error), value, error);
-    show("lamp.brightness = 250", lamp->put("brightness", Variant(250), -1, &error), Variant(), error);
+    show("lamp.brightness = 250", lamp->put("brightness", Variant(250), -1, &error), Variant(),
+         error);
     error.erase();
     show("lamp.switchOff()", lamp->call("switchOff", value, &error), value, error);
     show("lamp.colour", lamp->get("colour", value, &error), value, error);
