@@ -143,7 +143,7 @@ HeapTotals heapTotals() {
         totals.blocks += context->cache.blocks.get();
         totals.bytes += context->cache.bytes.get();
         for (std::uint32_t index = 0; index < SmallBlockCache::classCount; ++index) {
-            const std::uint32_t cached = context->cache.classes[index].count.get();
+            const std::uint32_t cached = context->cache.classes[index].count();
             totals.blocks -= cached;
             totals.bytes -= cached * SmallBlockCache::classGross(index);
         }

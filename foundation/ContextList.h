@@ -9,7 +9,8 @@ namespace KrCore {
 /// The calling thread's context if it has one; for the heap, which looks at every block. Null or
 /// retired while the library is down.
 inline Context* presentContext() {
-    if (runtime.singleContext) return runtime.singleContext;
+    if (runtime.singleContext) [[likely]]
+        return runtime.singleContext;
     return static_cast<Context*>(Platform::threadSlot());
 }
 

@@ -69,24 +69,14 @@ void requireUsable(std::size_t byteCount) {
 
 /// The last block that was freed in this size. It keeps its header, hence its allocator.
 inline void* takeCached(SmallBlockCache& cache, std::size_t byteCount) {
-    BlockClass& blocks = cache.classes[(byteCount + 7) / SmallBlockCache::granularity];
-    CachedBlock* block = blocks.head;
-    if (!block) return nullptr;
-    blocks.head = block->next;
-    blocks.count.add(-1U);
-    return block;
+    return cache.classFor(BlockHeader::grossFor(byteCount)).take();
 }
 
 inline bool putCached(SmallBlockCache& cache, void* block) {
-    const std::uint32_t index = BlockHeader::of(block)->gross() / SmallBlockCache::granularity - 1;
-    if (index >= SmallBlockCache::classCount) return false;
-    BlockClass& blocks = cache.classes[index];
-    if (blocks.count.get() >= blocks.limit) return false;
-    auto* cached = static_cast<CachedBlock*>(block);
-    cached->next = blocks.head;
-    blocks.head = cached;
-    blocks.count.add(1);
-    return true;
+    const std::uint32_t gross = BlockHeader::of(block)->gross();
+    if (gross > SmallBlockCache::maxGross) [[unlikely]]
+        return false;
+    return cache.classFor(gross).put(block);
 }
 
 inline void* allocate(std::size_t byteCount, const SourceLine* place) {

@@ -7,11 +7,9 @@ namespace KrCore {
 void resetCache(SmallBlockCache& cache, int size) {
     cache.size = size;
     for (std::uint32_t index = 0; index < SmallBlockCache::classCount; ++index) {
-        BlockClass& blocks = cache.classes[index];
-        blocks.head = nullptr;
-        blocks.count.set(0);
-        blocks.limit = static_cast<std::uint32_t>(size) /
-                       (SmallBlockCache::classCount * SmallBlockCache::classGross(index));
+        cache.classes[index].reset(
+            static_cast<std::uint32_t>(size) /
+            (SmallBlockCache::classCount * SmallBlockCache::classGross(index)));
     }
 }
 
@@ -20,10 +18,7 @@ void resetCache(SmallBlockCache& cache, int size) {
 // nothing.
 void flushCache(SmallBlockCache& cache) {
     for (std::uint32_t index = 0; index < SmallBlockCache::classCount; ++index) {
-        BlockClass& blocks = cache.classes[index];
-        while (CachedBlock* block = blocks.head) {
-            blocks.head = block->next;
-            blocks.count.add(-1U);
+        while (CachedBlock* block = cache.classes[index].take()) {
             giveBack(BlockHeader::of(block));
             cache.blocks.add(-2U); // held by HeapStatistics.DropOnceMoreOnAFlush
             cache.bytes.add(-2U * SmallBlockCache::classGross(index));

@@ -6,29 +6,62 @@
 
 namespace KrCore {
 
-/// A count that only its thread changes and other threads may read: as cheap as a plain integer. It
-/// wraps.
-class SharedCount {
+/// A word that only its thread changes and other threads may read: as cheap as a plain one.
+template <class T>
+class SharedWord {
 public:
-    std::uint32_t get() const { return value_.load(std::memory_order_relaxed); }
-    void set(std::uint32_t value) { value_.store(value, std::memory_order_relaxed); }
-    void add(std::uint32_t value) { set(get() + value); }
+    T get() const { return value_.load(std::memory_order_relaxed); }
+    void set(T value) { value_.store(value, std::memory_order_relaxed); }
+    /// Counts wrap.
+    void add(T value) { set(get() + value); }
 
 private:
-    std::atomic<std::uint32_t> value_ = 0;
+    std::atomic<T> value_ = T();
 };
+using SharedCount = SharedWord<std::uint32_t>;
 
 /// The first user word of a block that waits in a cache.
 struct CachedBlock {
     CachedBlock* next;
 };
 
-/// Blocks of one gross size, most recently freed first.
-struct BlockClass {
-    CachedBlock* head = nullptr;
-    SharedCount count;
-    std::uint32_t limit = 0;
+/// Blocks of one gross size, most recently freed first. 16 bytes, so that a block's gross size is
+/// also the distance to its class: the shortest way from its header.
+class BlockClass {
+public:
+    CachedBlock* take() {
+        CachedBlock* block = head_;
+        if (!block) return nullptr;
+        head_ = block->next;
+        count_.add(-1U);
+        return block;
+    }
+
+    /// False when the class is full.
+    bool put(void* memory) {
+        if (count_.get() >= limit_) return false;
+        auto* block = static_cast<CachedBlock*>(memory);
+        block->next = head_;
+        head_ = block;
+        count_.add(1);
+        return true;
+    }
+
+    std::uint32_t count() const { return count_.get(); }
+
+    /// Empties the record without freeing anything.
+    void reset(std::uint32_t limit) {
+        head_ = nullptr;
+        count_.set(0);
+        limit_ = limit;
+    }
+
+private:
+    CachedBlock* head_ = nullptr;
+    SharedCount count_;
+    std::uint32_t limit_ = 0;
 };
+static_assert(sizeof(BlockClass) == 16);
 
 /// A thread's small-block cache and its part of the heap statistics.
 ///
@@ -46,6 +79,9 @@ struct SmallBlockCache {
     /// Blocks and gross bytes taken from allocators less those given back; wraps.
     SharedCount blocks;
     SharedCount bytes;
+
+    /// The class of blocks of `gross` bytes, which are at most `maxGross`.
+    BlockClass& classFor(std::size_t gross) { return classes[gross / granularity - 1]; }
 
     static constexpr std::uint32_t classGross(std::uint32_t index) {
         return (index + 1) * granularity;

@@ -1,10 +1,10 @@
 #pragma once
 
-namespace KrCore::Platform {
+// `void* threadSlot()` reads one pointer per thread, null at first. The heap does that for every
+// block, so it is as cheap as the system allows, and inline where that helps.
+#include <ThreadSlot.h>
 
-/// One pointer per thread, null at first. Reading it is as cheap as the system allows, because the
-/// heap does it for every block.
-void* threadSlot();
+namespace KrCore::Platform {
 
 /// False when the system has no memory for it.
 bool setThreadSlot(void* value);

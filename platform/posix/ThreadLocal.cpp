@@ -4,12 +4,9 @@
 
 namespace KrCore::Platform {
 
-namespace {
+constinit thread_local void* threadSlotValue = nullptr;
 
-// The initial-exec model reads the slot with two instructions. The library's share of the static
-// thread area, one pointer, fits into what the loader keeps in reserve for libraries that are
-// loaded late.
-[[gnu::tls_model("initial-exec")]] constinit thread_local void* slot = nullptr;
+namespace {
 
 // Has the same value, for its destructor alone.
 constinit pthread_key_t key = 0;
@@ -17,11 +14,9 @@ constinit bool isOpen = false;
 
 } // namespace
 
-void* threadSlot() { return slot; }
-
 bool setThreadSlot(void* value) {
     if (!isOpen || pthread_setspecific(key, value) != 0) return false;
-    slot = value;
+    threadSlotValue = value;
     return true;
 }
 
@@ -33,7 +28,7 @@ bool openThreadSlot(void (*atThreadExit)(void* value)) {
 void closeThreadSlot() {
     if (isOpen) pthread_key_delete(key);
     isOpen = false;
-    slot = nullptr;
+    threadSlotValue = nullptr;
 }
 
 } // namespace KrCore::Platform

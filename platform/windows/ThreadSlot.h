@@ -1,0 +1,7 @@
+#pragma once
+
+namespace KrCore::Platform {
+
+void* threadSlot();
+
+} // namespace KrCore::Platform
