@@ -1,0 +1,60 @@
+#pragma once
+
+#include <krcore/foundation/InterfacePtr.h>
+#include <krcore/live/InfoType.h>
+#include <krcore/live/LiveObject.h>
+
+#include <array>
+#include <cstdint>
+
+namespace krhost {
+
+/// What a script object holds in the library. The script object keeps a pointer to it and its
+/// finalizer drops it; it is deleted a little later, between two calls, because the host's code
+/// that may run then must not run inside the collector.
+struct Holding {
+    explicit Holding(KrCore::LiveObject& held) : object(&held) {}
+    virtual ~Holding() = default;
+
+    KrCore::InterfacePtr<KrCore::LiveObject> object; // one counted reference
+    Holding* nextDropped = nullptr;
+};
+
+/// A property as the object resolved its name.
+struct Resolved {
+    int id = 0;
+    KrCore::InfoType kind = KrCore::InfoType::Unknown;
+
+    bool operator==(const Resolved&) const = default;
+};
+
+/// The holding of the script object that stands for a live object.
+struct HeldObject : Holding {
+    using Holding::Holding;
+
+    /// A name that was resolved. Names are strings of the engine, which has each text once, so
+    /// their address stands for them; the script object keeps them from being collected.
+    struct CachedName {
+        const void* name = nullptr;
+        Resolved property;
+    };
+    static constexpr unsigned cacheSize = 8;
+
+    static unsigned cacheSlot(const void* name) {
+        const auto address = reinterpret_cast<std::uintptr_t>(name);
+        return static_cast<unsigned>((address >> 4U ^ address >> 8U) % cacheSize);
+    }
+
+    void* scriptObject = nullptr; // borrowed: the script object takes itself out when it goes
+    unsigned stamp = 0;           // the object's definition stamp when the names were resolved
+    std::array<CachedName, cacheSize> names;
+};
+
+/// The holding of a function that stands for a method or a callable property of a live object.
+struct HeldMethod : Holding {
+    HeldMethod(KrCore::LiveObject& held, Resolved method) : Holding(held), property(method) {}
+
+    Resolved property;
+};
+
+} // namespace krhost

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <krcore/foundation/InitTerm.h>
+#include <krcore/live/LivePropertyInfo.h>
+#include <krcore/live/LivePropertyManager.h>
+
+#include <utility>
+
+namespace krhost {
+
+/// The property manager of a class whose table is `table`: made when first asked for, deleted when
+/// the library shuts down.
+template <const KrCore::LivePropertyInfo* table>
+KrCore::LivePropertyManager* classProperties() {
+    static KrCore::LivePropertyManager* manager = nullptr;
+    if (!manager) {
+        manager = new KrCore::LivePropertyManager(table);
+        KrCore::InitTerm::atExit([] { delete std::exchange(manager, nullptr); });
+    }
+    return manager;
+}
+
+} // namespace krhost

@@ -1,0 +1,141 @@
+#include "hosts/Document.h"
+
+#include "hosts/ClassProperties.h"
+
+#include <krcore/containers/Array.h>
+#include <krcore/foundation/InterfacePtr.h>
+#include <krcore/values/Error.h>
+
+#include <array>
+#include <utility>
+
+namespace krhost {
+
+using namespace KrCore;
+
+namespace {
+
+enum DocumentID : int { Name = 1, Length, Append, Line, Close };
+
+constexpr LivePropertyInfo documentTable[] = {
+    {"name", Name, int(InfoType::ReadWrite), "string"},
+    {"length", Length, int(InfoType::ReadOnly), "number"},
+    {"append", Append, int(InfoType::Method), "number,text:string"},
+    {"line", Line, int(InfoType::Method), "string,index:number"},
+    {"close", Close, int(InfoType::Method), "undefined"},
+    {nullptr, 0, 0, nullptr}};
+
+} // namespace
+
+/// The open documents, oldest first. They are not counted: a document leaves when it dies.
+class Document::Desk {
+public:
+    static void open(Document& document) {
+        if (places_.back()) places_.front()->close();
+        for (Document*& place : places_) {
+            if (place) continue;
+            place = &document;
+            return;
+        }
+    }
+    static void leave(const Document& document) {
+        for (std::size_t i = 0; i < places_.size(); ++i) {
+            if (places_[i] != &document) continue;
+            for (; i + 1 < places_.size(); ++i)
+                places_[i] = places_[i + 1];
+            places_.back() = nullptr;
+        }
+    }
+
+private:
+    static constinit std::array<Document*, 2> places_;
+};
+
+constinit std::array<Document*, 2> Document::Desk::places_{};
+
+Document::Document() : LiveObject("Document", false) {
+    propertyManager = classProperties<documentTable>();
+}
+
+Document::~Document() { close(); }
+
+/// A document is opened by `initialize`; its copies are closed ones.
+int Document::clone(LiveObject** result, bool deep) const {
+    const auto copy = InterfacePtr<Document>::adopt(new Document);
+    if (const int code = cloneContent(*copy, deep); code != ErrorCode::Ok) {
+        *result = nullptr;
+        return code;
+    }
+    copy->addRef();
+    *result = copy.get();
+    return ErrorCode::Ok;
+}
+
+int Document::initialize(const Array& args, Error*) {
+    name_ = args.length() > 0 ? args[0].getString() : String("untitled");
+    if (lines_) return ErrorCode::Ok;
+    lines_ = new Array;
+    Desk::open(*this);
+    return ErrorCode::Ok;
+}
+
+void Document::close() {
+    Desk::leave(*this);
+    delete std::exchange(lines_, nullptr);
+    invalidate();
+}
+
+InfoType Document::getType(int id) {
+    const InfoType kind = propertyManager->getType(id);
+    return kind != InfoType::Unknown ? kind : LiveObject::getType(id);
+}
+
+int Document::get(int id, Variant& result, Error* err) const {
+    if (lines_ && id == Name) {
+        result = name_;
+    } else if (lines_ && id == Length) {
+        result = lines_->length();
+    } else {
+        return LiveObject::get(id, result, err); // 45 for a closed document
+    }
+    return ErrorCode::Ok;
+}
+
+int Document::put(int id, const Variant& value, Error* err) {
+    if (!lines_ || id != Name) return LiveObject::put(id, value, err);
+    name_ = value.getString();
+    return setError(invokeAutostore(err), id, err, false);
+}
+
+int Document::apply(LiveObject& self, int id, const Array& args, Variant& result,
+                    Error* err) const {
+    result.erase();
+    auto* document = dynamic_cast<Document*>(&self);
+    if (!document) return setError(ErrorCode::WrongClass, id, err, false);
+    if (!document->lines_) return setError(ErrorCode::ObjectInvalid, id, err, false);
+    const int code = document->run(id, args, result);
+    if (code == ErrorCode::NotFound) return LiveObject::apply(self, id, args, result, err);
+    return setError(code, id, err, false);
+}
+
+int Document::run(int id, const Array& args, Variant& result) {
+    switch (id) {
+    case Append:
+        *lines_ += args[0].getString();
+        result = lines_->length();
+        return ErrorCode::Ok;
+    case Line: {
+        const double index = args[0].getDouble();
+        if (!(index >= 0 && index < lines_->length())) return ErrorCode::OutOfRange;
+        result = (*lines_)[args[0].getUInteger()];
+        return ErrorCode::Ok;
+    }
+    case Close:
+        close();
+        return ErrorCode::Ok;
+    default:
+        return ErrorCode::NotFound;
+    }
+}
+
+} // namespace krhost

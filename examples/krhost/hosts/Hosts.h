@@ -1,0 +1,11 @@
+#pragma once
+
+namespace krhost::Hosts {
+
+/// The host classes that scripts can make objects of, each by a constructor of this name.
+inline constexpr const char* classNames[] = {"Box", "Settings", "Document"};
+
+/// Registers one factory for each of them, after the library has started.
+void registerFactories();
+
+} // namespace krhost::Hosts
