@@ -19,8 +19,8 @@ public:
     LiveObject* copyOf(const LiveObject& original) const;
     void note(const LiveObject& original, LiveObject& copy);
 
-    /// Copies of a failed session may hold each other; this empties them.
-    void fail() { hasFailed_ = true; }
+    /// Copies of a session that does not get this far may hold each other; it empties them.
+    void succeed() { hasSucceeded_ = true; }
 
     /// Levels of objects that are being copied, one within the other.
     static constexpr int deepest = 512;
@@ -29,7 +29,7 @@ public:
 private:
     SparseArray copies_;  // address of the original to its copy
     SimpleArray counted_; // originals and copies
-    bool hasFailed_ = false;
+    bool hasSucceeded_ = false;
 };
 
 } // namespace KrCore

@@ -12,7 +12,8 @@ CloneSession::~CloneSession() {
     for (int i = 0; i < counted_.length(); ++i) {
         const auto* object = pointerOf<LiveObject>(counted_.getData()[i]);
         const bool isCopy = i % 2 == 1;
-        if (isCopy && hasFailed_) const_cast<LiveObject*>(object)->deleteDynamicProperties(true);
+        if (isCopy && !hasSucceeded_)
+            const_cast<LiveObject*>(object)->deleteDynamicProperties(true);
     }
     for (long long object : counted_)
         pointerOf<LiveObject>(object)->release();
@@ -61,15 +62,16 @@ int LiveObject::cloneContent(LiveObject& to, bool deep) const {
 /// Puts copies in the place of the objects that a copy's properties refer to.
 int LiveObject::cloneReferences(LiveObject& copy) const {
     struct Membership {
-        explicit Membership(CloneSession*& slot) : slot_(slot), joined_(!slot) {
-            if (joined_) slot_ = &own_;
+        explicit Membership(CloneSession*& slot) : slot_(slot), isOutermost_(!slot) {
+            if (isOutermost_) slot_ = &own_;
         }
         ~Membership() {
-            if (joined_) slot_ = nullptr;
+            if (isOutermost_) slot_ = nullptr;
         }
+        bool isOutermost() const { return isOutermost_; }
         CloneSession own_;
         CloneSession*& slot_;
-        bool joined_;
+        bool isOutermost_;
     };
     Membership membership(data_->cloneSession);
     CloneSession& session = *data_->cloneSession;
@@ -81,12 +83,10 @@ int LiveObject::cloneReferences(LiveObject& copy) const {
         Variant value;
         if (record->get(value) != ErrorCode::Ok || !value.getLiveObject()) continue;
         InterfacePtr<LiveObject> part;
-        if (const int code = value.getLiveObject()->cloneWithin(session, part)) {
-            session.fail();
-            return code;
-        }
+        if (const int code = value.getLiveObject()->cloneWithin(session, part)) return code;
         record->setValue(Variant(*part, value.getLiveObjectInfo()));
     }
+    if (membership.isOutermost()) session.succeed();
     return ErrorCode::Ok;
 }
 

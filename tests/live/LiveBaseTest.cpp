@@ -1,0 +1,103 @@
+#include "live/LiveFixture.h"
+
+using namespace KrCore;
+using namespace KrCore::Testing;
+
+namespace {
+
+std::string textOf(const LiveBase& object, int id, bool raw = false, int expectedCode = 0) {
+    String text;
+    EXPECT_EQ(object.getPropertyText(text, id, raw), expectedCode);
+    return narrow(text);
+}
+
+TEST(LiveBaseText, NamesWhatHasNoName) {
+    const auto thing = makePlain("Thing");
+    const struct {
+        int id;
+        const char* text;
+    } rows[] = {{7, "{LiveObject(\"Thing\").property(7)}"},
+                {-9999, "{LiveObject(\"Thing\").property(-9999)}"},
+                {10000, "{LiveObject(\"Thing\").property(0x00002710)}"},
+                {100000, "{LiveObject(\"Thing\").property(0x000186a0)}"},
+                {0x61626364, "{LiveObject(\"Thing\").property('abcd')}"},
+                {0x20202020, "{LiveObject(\"Thing\").property('    ')}"},
+                {0x1FF10113, "{LiveObject(\"Thing\").property(0x1ff10113)}"}};
+    for (const auto& row : rows)
+        EXPECT_EQ(textOf(*thing, row.id, false, 2), row.text);
+}
+
+TEST(LiveBaseText, NamesOperators) {
+    const auto thing = makePlain("Thing");
+    const char* names[] = {"~", "!",  "*",  "/",          "%",  "+",   "-", "<<", ">>", "<<<",
+                           "<", "<=", "in", "instanceof", "==", "===", "&", "|",  "^"};
+    int id = 0x1FF10100;
+    for (const char* name : names)
+        EXPECT_EQ(textOf(*thing, id++), "operator \"" + std::string(name) + "\"()");
+    EXPECT_EQ(id, 0x1FF10113);
+}
+
+TEST(LiveBaseText, PrintsIndexesRaw) {
+    const auto thing = makePlain();
+    EXPECT_EQ(textOf(*thing, 41, true), "[41l]");
+    EXPECT_EQ(textOf(*thing, 65536, true), "[0l]");
+}
+
+TEST(LiveBaseText, UsesNamesAndClassNames) {
+    const auto shape = make<Shape>();
+    EXPECT_EQ(textOf(*shape, Shape::Width), "width");
+    EXPECT_EQ(textOf(*shape, 0x1FF10000), "Shape()");
+    EXPECT_EQ(textOf(*makePlain(""), 0x1FF10000), "Object()");
+    const auto gadget = make<Gadget>();
+    EXPECT_EQ(textOf(*gadget, 0x1FF10000), "LiveObject()");
+    EXPECT_EQ(textOf(*gadget, 1, false, 2), "{LiveObject(\"LiveObject\").property(1)}");
+}
+
+TEST(LiveBaseText, PutsArgumentsIntoMessagesVerbatim) {
+    const auto thing = makePlain("Thing");
+    String text;
+    const String argument = "%1 ^";
+    EXPECT_EQ(thing->getErrorText(text, 2, &argument), 0);
+    EXPECT_EQ(narrow(text), "%1 ^ is undefined");
+    text = "me";
+    thing->getErrorText(text, 2, &text);
+    EXPECT_EQ(narrow(text), "me is undefined");
+    EXPECT_EQ(thing->getErrorText(text, 2, nullptr), 0);
+    EXPECT_EQ(narrow(text), "is undefined");
+    EXPECT_EQ(thing->getErrorText(text, 2, 7, false), 2);
+    EXPECT_EQ(narrow(text), "{LiveObject(\"Thing\").property(7)} is undefined");
+}
+
+TEST(LiveBaseText, RecordsOnlyTheFirstFailure) {
+    const auto shape = make<Shape>();
+    Error err;
+    EXPECT_EQ(shape->setError(0, 1, &err, false), 0);
+    EXPECT_EQ(err.getCode(), 0);
+    EXPECT_EQ(shape->setError(2, Shape::Width, &err, false), 2);
+    EXPECT_EQ(shape->setError(46, Shape::Area, &err, false), 46);
+    EXPECT_EQ(told(err), "2: width is undefined");
+    EXPECT_EQ(shape->setError(2, 1, nullptr, false), 2);
+}
+
+TEST(LiveBase, HandsOutIDsInOrder) {
+    const int id = LiveBase::getNextID();
+    EXPECT_GE(id, 0x1F800000);
+    EXPECT_EQ(LiveBase::getNextID(), id + 1);
+}
+
+TEST(LiveBase, AnswersTypeTags) {
+    const auto thing = makePlain();
+    const LiveObject& fixed = *thing;
+    EXPECT_EQ(static_cast<const LiveObject*>(fixed.getAs(TypeTag::Object)), thing.get());
+    auto* value = static_cast<Variant*>(thing->getAs(TypeTag::Value));
+    ASSERT_TRUE(value);
+    EXPECT_EQ(fixed.getAs(TypeTag::Value), value);
+    *value = 4;
+    Variant answer;
+    EXPECT_EQ(thing->valueOf(answer), 0);
+    EXPECT_EQ(answer.getInteger(), 4);
+    EXPECT_EQ(thing->getAs(TypeTag::Collection), nullptr);
+    EXPECT_EQ(make<Gadget>()->getAs(TypeTag::Object), nullptr);
+}
+
+} // namespace
