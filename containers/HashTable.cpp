@@ -130,7 +130,8 @@ void HashTable::getData(SimpleArray& values) const {
 /// Keeps the table alive and its buckets in place.
 class HashTable::Walk {
 public:
-    explicit Walk(Table& table) : table_(table) {
+    explicit Walk(Table& table)
+        : table_(table), lowestStamp_(table.lowestStamp), highestStamp_(table.highestStamp) {
         ++table.walkers;
         countUp(table.refCount);
     }
@@ -141,8 +142,15 @@ public:
         release(&table_);
     }
 
+    /// Neither removed nor added since the walk began.
+    bool concerns(const Item& item) const {
+        return item.stamp >= lowestStamp_ && item.stamp <= highestStamp_;
+    }
+
 private:
     Table& table_;
+    std::int64_t lowestStamp_;
+    std::int64_t highestStamp_;
 };
 
 void HashTable::forEach(bool (*visit)(const String& key, long long* value, long long data),
@@ -152,7 +160,7 @@ void HashTable::forEach(bool (*visit)(const String& key, long long* value, long 
     const Walk walk(table);
     for (int bucket = 0; bucket < table.buckets.length(); ++bucket) {
         for (Item* item = table.head(bucket); item; item = item->next) {
-            if (item->isRemoved()) continue;
+            if (!walk.concerns(*item)) continue;
             const bool keep = visit(item->key, &item->value, data);
             if (table.isAbandoned()) return; // Perhaps there is no `this` any more, either.
             if (!keep && !item->isRemoved()) table.remove(*item);

@@ -199,7 +199,7 @@ void HashTable::Table::remove(Item& item) noexcept {
 }
 
 void HashTable::Table::endWalk() noexcept {
-    if (--walkers > 0) return;
+    if (--walkers > 0 || !removed) return;
     while (removed) {
         delete std::exchange(removed, removed->previous);
     }

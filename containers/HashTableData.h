@@ -113,6 +113,9 @@ struct HashTable::Table : Heap {
     int count = 0;
     SimpleArray buckets;
     Index index;
+    /// The range of all ranks given out.
+    std::int64_t highestStamp = 0;
+    std::int64_t lowestStamp = 0;
 
 private:
     Item* findInIndex(const String& key, bool ignoreCase) const;
@@ -129,8 +132,6 @@ private:
         return isReversed ? item.stamp < other.stamp : item.stamp > other.stamp;
     }
 
-    std::int64_t highestStamp = 0;
-    std::int64_t lowestStamp = 0;
     bool isReversed = false;
     bool mayHaveTwins = false; ///< Two items may have one identical key.
     Item* removed = nullptr;

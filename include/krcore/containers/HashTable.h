@@ -49,8 +49,8 @@ public:
     void getData(SimpleArray& values) const;
     /// Calls `visit` for each item. It may write the value through the pointer; when it returns
     /// false the item is removed on the spot. It may also change this table: items that it removes
-    /// are not visited later, items that it adds may be. The table shrinks after the walk. The walk
-    /// ends early when this table is erased, assigned to or destroyed.
+    /// are not visited later, items that it adds are left out. The table shrinks after the walk.
+    /// The walk ends early when this table is erased, assigned to or destroyed.
     void forEach(bool (*visit)(const String& key, long long* value, long long data),
                  long long data);
 
