@@ -23,7 +23,7 @@ Array::Array() : data_(&Data::empty) {}
 
 Array::Array(const Array& other) : data_(other.data_) {
     if (data_ == &Data::empty) return;
-    if (data_->hasLent) data_->hasLent = false; // What was handed out may not be written any more.
+    if (data_->hasLent()) data_->setLent(false); // What was handed out may not be written any more.
     countUp(data_->refCount);
 }
 
@@ -76,7 +76,7 @@ Variant& Array::safeGet(unsigned int index) {
     makeUnique();
     Variant& element = data_->make(index);
     if (index >= data_->denseLimit || element.getType() == VariantType::Array) {
-        data_->hasLent = true;
+        data_->setLent(true);
     }
     return element;
 }
@@ -153,7 +153,7 @@ int Array::findPath(const Variant& slot, unsigned int* path, int depth) const {
     if (first && std::less_equal<>()(first, &slot) && std::less<>()(&slot, first + data_->used())) {
         return depth;
     }
-    if (!data_->hasLent || depth == maxPathLength) return -1;
+    if (!data_->hasLent() || depth == maxPathLength) return -1;
     int length = -1;
     data_->visitElements([&](unsigned int index, const Variant& element) {
         if (length >= 0) return;

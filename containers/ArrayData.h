@@ -4,6 +4,7 @@
 #include <krcore/containers/SparseArray.h>
 #include <krcore/values/Variant.h>
 
+#include <atomic>
 #include <cstdint>
 #include <cstring>
 #include <memory>
@@ -84,11 +85,15 @@ struct Array::Data : Heap {
     int refCount = 1;
     unsigned int length = 0;
     unsigned int denseLimit = usualDenseLimit;
-    /// Since the last copy a sparse element, or one that is an array, was handed out for writing:
-    /// something may be stored in the depth of this record. Only ever set while one array holds the
-    /// record.
-    bool hasLent = false;
     Data* nextReleased = nullptr;
+
+    /// Since the last copy a sparse element, or one that is an array, was handed out for writing:
+    /// something may be stored in the depth of this record. Threads that copy one array at once may
+    /// all take the mark away.
+    bool hasLent() const {
+        return std::atomic_ref(const_cast<bool&>(lent)).load(std::memory_order_relaxed);
+    }
+    void setLent(bool isLent) { std::atomic_ref(lent).store(isLent, std::memory_order_relaxed); }
 
     /// Of every empty array. Never counted, never written.
     static Data empty;
@@ -100,6 +105,8 @@ private:
         void operator()(Data* data) const noexcept { destroy(data); }
     };
     using Owned = std::unique_ptr<Data, Destroyer>;
+
+    bool lent = false;
 
     void releaseNested(Data*& released) noexcept;
     void copyElements(const Data& source);

@@ -211,7 +211,8 @@ TEST(ArrayWithinItself, HoldsWhatTheArrayWasBefore) {
     EXPECT_EQ(at(*array[0].getArray(), 0), 1);
 
     array[3000] = array;
-    EXPECT_EQ(array[3000].getArray()->length(), 2U);
+    EXPECT_EQ(array[3000].getArray()->length(), 3001U);
+    EXPECT_FALSE(array[3000].getArray()->isDefined(3000));
 
     (*array[0].getArray())[1] = array;
     (*array[0].getArray())[2000] = array;

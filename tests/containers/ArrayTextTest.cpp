@@ -37,7 +37,7 @@ TEST(ArrayText, JoinsElementsByCommas) {
     Array array(2);
     array[1].setNull();
     array += "a,b";
-    array += inner;
+    array += Variant(inner);
     array += true;
     array += 0.5;
     EXPECT_TRUE(textOf(array) == ",,a,b,[1,[],1:2-3:4],true,0.5");
