@@ -1,7 +1,6 @@
 #include "platform/Locale.h"
 
 #include <cstdlib>
-#include <cstring>
 #include <string_view>
 
 namespace KrCore::Platform {
@@ -21,9 +20,7 @@ std::string_view messageLocale() {
 template <std::size_t size>
 bool store(std::string_view text, char (&name)[size]) {
     const bool fits = text.size() < size;
-    if (!fits) text = {};
-    std::memcpy(name, text.data(), text.size());
-    name[text.size()] = 0;
+    name[fits ? text.copy(name, size) : 0] = 0;
     return fits;
 }
 
