@@ -1,16 +1,20 @@
-# krcore_add_tests(<name> [INTERNAL] [MULTI_THREADED] SOURCES <file>...)
+# krcore_add_tests(<name> [INTERNAL] [MULTI_THREADED] [OWN_MAIN] SOURCES <file>...)
 #
 # One test program of one family, run as one CTest test. Its main starts the library once, in multi-threaded
 # mode when asked, and checks the heap's statistics after shut-down. INTERNAL gives the tests the private
 # include path, for rules that live in a private header; name the rule's own .cpp among the sources then.
+# OWN_MAIN leaves all of that to the test.
 find_package(GTest REQUIRED)
 
 # Everything that starts threads, for the thread sanitizer.
 add_custom_target(multi_threaded_tests)
 
 function(krcore_add_tests name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "INTERNAL;MULTI_THREADED" "" "SOURCES")
-    add_executable(${name} ${arg_SOURCES} "${PROJECT_SOURCE_DIR}/tests/support/TestMain.cpp")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "INTERNAL;MULTI_THREADED;OWN_MAIN" "" "SOURCES")
+    add_executable(${name} ${arg_SOURCES})
+    if(NOT arg_OWN_MAIN)
+        target_sources(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests/support/TestMain.cpp")
+    endif()
     target_link_libraries(${name} PRIVATE krcore_options KrCore::krcore GTest::gtest)
     target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
     if(arg_INTERNAL)
