@@ -46,9 +46,9 @@ private:
 
     SimpleArray allListeners_;   // borrowed Listener*
     SparseArray byID_;           // message ID to owned SimpleArray* of borrowed Listener*
-    SimpleArray ids_;            // the keys of byID_, so that removing a listener allocates nothing
     int deletionListeners_ = 0;  // registrations under deletion IDs
     Lock* lock_ = nullptr;       // owned; null single-threaded
+    SimpleArray ids_;            // the keys of byID_, so that removing a listener allocates nothing
     int deliveries_ = 0;         // that are going on, one within the other
     bool hasEmptyLists_ = false; // that a delivery in progress keeps from being dropped
     unsigned changes_ = 0;       // advances with every registration that comes or goes

@@ -233,7 +233,8 @@ int LiteralReader::readWord(Variant& value) {
 } // namespace
 
 int LiveObject::parse(const String& text, Error& err, int flags) {
-    if (!isUsable()) return ErrorCode::ObjectInvalid;
+    if (!isUsable())
+        return setError(ErrorCode::ObjectInvalid, PropertyID::Constructor, &err, false);
     return LiteralReader(text, flags, err).readInto(*this);
 }
 

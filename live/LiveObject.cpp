@@ -10,6 +10,7 @@
 #include <krcore/live/LivePropertyManager.h>
 
 #include <new>
+#include <utility>
 
 namespace KrCore {
 
@@ -36,7 +37,8 @@ LiveObject::LiveObject(const char* className, bool dynamic)
 
 LiveObject::~LiveObject() {
     setAutostore(nullptr, 0);
-    LiveObjectData::end(data_);
+    // What dies with the properties may still call this object, and finds it invalid.
+    LiveObjectData::end(std::exchange(data_, nullptr));
 }
 
 const void* LiveObject::getAs(int tag) const {
@@ -95,8 +97,10 @@ void LiveObject::propertyDefsChanged() const {
 
 unsigned LiveObject::getDefinitionStamp() const {
     if (!data_) return 0;
+    if (!propertyManager) return data_->definitionStamp;
     // Both only ever advance, so their sum changes with either.
-    return data_->definitionStamp + (propertyManager ? propertyManager->getDefinitionStamp() : 0U);
+    ScopedLock guard(*propertyManager);
+    return data_->definitionStamp + propertyManager->getDefinitionStamp();
 }
 
 int LiveObject::reset() {
