@@ -176,19 +176,22 @@ duk_ret_t ObjectTraps::set(CallFrame& frame) {
 }
 
 duk_ret_t ObjectTraps::has(CallFrame& frame) {
-    bool found = false;
-    if (!isSymbol(frame)) {
-        Resolved property;
-        const int code = resolve(frame, target(frame), property);
-        if (code != ErrorCode::Ok && code != ErrorCode::NotFound) return refuseName(frame, code);
-        found = code == ErrorCode::Ok;
+    duk_context* context = frame.context;
+    if (isSymbol(frame)) {
+        duk_dup(context, nameIndex);
+        duk_push_boolean(context, duk_has_prop(context, targetIndex));
+        return 1;
     }
+    Resolved property;
+    const int code = resolve(frame, target(frame), property);
+    if (code != ErrorCode::Ok && code != ErrorCode::NotFound) return refuseName(frame, code);
+    bool found = code == ErrorCode::Ok;
     if (!found) {
-        duk_get_prototype(frame.context, targetIndex);
-        duk_dup(frame.context, nameIndex);
-        found = duk_has_prop(frame.context, -2) != 0;
+        duk_get_prototype(context, targetIndex);
+        duk_dup(context, nameIndex);
+        found = duk_has_prop(context, -2) != 0;
     }
-    duk_push_boolean(frame.context, found);
+    duk_push_boolean(context, found);
     return 1;
 }
 
@@ -236,8 +239,7 @@ duk_ret_t ObjectTraps::ownKeys(CallFrame& frame) {
     duk_uarridx_t count = 0;
     for (int i = 0; i < frame.ids.length(); ++i) {
         const int id = static_cast<int>(frame.ids.getData()[i]);
-        if (frame.engine.calls().getNameForID(*held.object, id, frame.name) != ErrorCode::Ok ||
-            frame.name.isEmpty()) {
+        if (frame.engine.calls().getNameForID(*held.object, id, frame.name) != ErrorCode::Ok) {
             continue;
         }
         TextBridge::push(context, frame.name);
