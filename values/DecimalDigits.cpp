@@ -56,8 +56,12 @@ void writePacked(unsigned short* out, std::uint64_t digits) {
 
 /// Writes a number below 10^8 without zeros in front.
 int writeFront(unsigned short* out, std::uint32_t value) {
+    if (value < 10) {
+        *out = static_cast<unsigned short>('0' + value);
+        return 1;
+    }
     const std::uint64_t digits = packDigits(value);
-    const int zeros = value == 0 ? 7 : std::countr_zero(digits) / 8;
+    const int zeros = std::countr_zero(digits) / 8;
     writePacked(out, digits >> 8 * zeros);
     return 8 - zeros;
 }

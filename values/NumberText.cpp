@@ -1,5 +1,6 @@
 #include "values/NumberText.h"
 
+#include "text/StringBuffer.h"
 #include "values/DecimalDigits.h"
 
 #include <krcore/text/String.h>
@@ -73,8 +74,9 @@ void NumberText::format(double value, int radix, int precision, NumberNotation n
 }
 
 void NumberText::assignTo(String& text) const {
-    text.adjust(length_);
-    std::memcpy(text.writable(), units_, static_cast<std::size_t>(length_) * sizeof *units_);
+    text.adjust(length_); // and so not shared
+    std::memcpy(StringBuffer::of(text)->units(), units_,
+                static_cast<std::size_t>(length_) * sizeof *units_);
 }
 
 void NumberText::append(const char* text) {
