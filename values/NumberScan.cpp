@@ -5,8 +5,10 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <limits>
 
 namespace KrCore {
@@ -38,6 +40,22 @@ constexpr std::array<double, largestFinitePower + 1> powersOfTen = [] {
 }();
 
 bool isDigit(unsigned short unit) { return unit >= '0' && unit <= '9'; }
+
+/// Reads four digits at once. Four units lie in one word, the first in its lowest 16 bits; the
+/// digits are joined to two pairs and the pairs to one number.
+bool readFourDigits(const unsigned short* units, std::uint64_t& value) {
+    static_assert(std::endian::native == std::endian::little);
+    constexpr std::uint64_t highBits = 0xFFF0FFF0FFF0FFF0u;
+    constexpr std::uint64_t zeros = 0x0030003000300030u;
+    std::uint64_t word;
+    std::memcpy(&word, units, sizeof word);
+    if ((word & highBits) != zeros) return false;
+    word -= zeros;
+    if (((word + 0x0006000600060006u) & highBits) != 0) return false;
+    const std::uint64_t pairs = (word * 10 + (word >> 16)) & 0x0000FFFF0000FFFFu;
+    value = (pairs & 0xFFFF) * 100 + (pairs >> 32);
+    return true;
+}
 
 /// 99 for what is no digit in any base.
 int digitValue(unsigned short unit) {
@@ -197,6 +215,9 @@ void NumberScan::readRun(Decimal& decimal, bool behindPoint) {
     const std::ptrdiff_t room = std::max(significantDigits - decimal.digitCount, 0);
     const unsigned short* const last = first + std::min(room, end - first);
     std::uint64_t mantissa = decimal.mantissa;
+    for (std::uint64_t four; last - unit >= 4 && readFourDigits(unit, four); unit += 4) {
+        mantissa = mantissa * 10000 + four;
+    }
     for (; unit != last && isDigit(*unit); ++unit) {
         mantissa = mantissa * 10 + static_cast<unsigned int>(*unit - '0');
     }

@@ -74,14 +74,18 @@ Variant& Variant::operator=(const Variant& other) {
 Variant& Variant::operator=(Variant&& other) {
     if (this == &other) return *this;
     if (other.isPlain() || other.type_ == VariantType::Array) return *this = std::as_const(other);
-    if (other.type_ == VariantType::String) {
-        String text(std::move(*other.text_));
-        installText(text);
-        return *this;
-    }
     const Content taken = other.content();
-    other.type_ = VariantType::Undefined;
-    install(taken);
+    if (taken.type == VariantType::String) {
+        const Content oldContent = content();
+        std::swap(text_, other.text_);
+        if (other.text_) other.text_->erase();
+        type_ = std::exchange(other.type_, VariantType::Undefined);
+        attributes_ &= Unassigned;
+        destroyContent(oldContent);
+    } else {
+        other.type_ = VariantType::Undefined;
+        install(taken);
+    }
     return *this;
 }
 

@@ -162,14 +162,12 @@ void Variant::setLiveObject(LiveObject* object, int info) {
 
 void Variant::setJSObject(JSObject* object) {
     if (!object) return setNull();
+    std::unique_ptr<JSObject> adopted(object == getObjectData() ? nullptr : object);
     String className;
-    try {
-        object->getClassName(className);
-    } catch (...) {
-        if (object != getObjectData()) delete object;
-        throw;
-    }
-    setObject(object->getObjectID(), className, object);
+    object->getClassName(className);
+    const int id = object->getObjectID();
+    (void)adopted.release();
+    setObject(id, className, object);
 }
 
 void Variant::setJSObject(const JSObject& object) {

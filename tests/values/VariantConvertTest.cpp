@@ -1,7 +1,9 @@
 #include <krcore/containers/Array.h>
+#include <krcore/containers/THashTable.h>
 #include <krcore/foundation/ErrorCode.h>
 #include <krcore/live/LiveObject.h>
 #include <krcore/text/String.h>
+#include <krcore/values/Error.h>
 #include <krcore/values/Point.h>
 #include <krcore/values/Rect.h>
 #include <krcore/values/UnitValue.h>
@@ -249,4 +251,27 @@ TEST(VariantLiveObject, FollowsValuesForSixteenSteps) {
     EXPECT_EQ(Variant(other).getDouble(), 16);
     other->release();
     thing->release();
+}
+
+TEST(VariantLiveObject, CopiesPropertiesToATableAndBack) {
+    auto* source = new LiveObject("Source", true);
+    auto* target = new LiveObject("Target", true);
+    EXPECT_EQ(source->put("first", 1, 0, nullptr), 0);
+    EXPECT_EQ(source->put("second", "two", 0, nullptr), 0);
+    Variant known(99);
+    THashTable<Variant> table;
+    table.set("first", &known);
+    EXPECT_EQ(Variant(source).getObjectProperties(table, RequestFlag::ReadWrite, nullptr), 0);
+    EXPECT_EQ(known.getInteger(), 1) << "values that the table has are overwritten";
+    EXPECT_EQ(Variant(target).setObjectProperties(table, nullptr), 0);
+    delete table.remove("second");
+
+    Variant value;
+    EXPECT_EQ(target->get("second", value, nullptr), 0);
+    EXPECT_EQ(textOf(value), "two");
+    Error error;
+    EXPECT_EQ(Variant(5).setObjectProperties(table, &error), ErrorCode::NotAnObject);
+    EXPECT_EQ(error.getCode(), ErrorCode::NotAnObject);
+    target->release();
+    source->release();
 }
