@@ -1,14 +1,15 @@
 #pragma once
 
-#include "text/encoders/Sinks.h"
+#include "text/encoders/CodecEncoder.h"
 
+#include <algorithm>
 #include <bit>
 #include <cstdint>
 
 namespace KrCore {
 
-// How many elements at the front of a block of 16 are the same in both directions, so that whole
-// blocks can be widened and narrowed without looking at each character.
+// Most characters of most texts have the same value on both sides. These functions find them in
+// blocks of 16, which are then widened or narrowed as a whole.
 
 /// Which bytes stand for the unit of the same value.
 enum class Identity {
@@ -33,57 +34,98 @@ constexpr bool isIdentical(unsigned int value) {
     return false;
 }
 
+/// One bit for each byte of a block that does not stand for itself, the first byte in the lowest.
 template <Identity identity>
-inline int identicalBytes(const unsigned char* block) {
-    if constexpr (identity == Identity::None) return 0;
-    if constexpr (identity == Identity::All) return blockSize;
+inline std::uint32_t foreignBytes(const unsigned char* block) {
+    if constexpr (identity == Identity::None) return 0xFFFF;
+    if constexpr (identity == Identity::All) return 0;
 #if defined(__SSE2__)
     const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(block));
-    std::uint32_t others = 0;
     if constexpr (identity == Identity::Ascii) {
-        others = static_cast<std::uint32_t>(_mm_movemask_epi8(bytes));
+        return static_cast<std::uint32_t>(_mm_movemask_epi8(bytes));
     } else {
         const __m128i row = _mm_and_si128(bytes, _mm_set1_epi8(static_cast<char>(0xE0)));
         const __m128i control = _mm_cmpeq_epi8(row, _mm_set1_epi8(static_cast<char>(0x80)));
-        others = static_cast<std::uint32_t>(_mm_movemask_epi8(control));
+        return static_cast<std::uint32_t>(_mm_movemask_epi8(control));
     }
-    return others ? std::countr_zero(others) : blockSize;
 #else
-    int count = 0;
-    while (count < blockSize && isIdentical<identity>(block[count]))
-        ++count;
-    return count;
+    std::uint32_t mask = 0;
+    for (int i = 0; i < blockSize; ++i)
+        mask |= isIdentical<identity>(block[i]) ? 0U : 1U << i;
+    return mask;
 #endif
 }
 
+/// The same for the units of a block.
 template <Identity identity>
-inline int identicalUnits(const unsigned short* block) {
-    if constexpr (identity == Identity::None) return 0;
+inline std::uint32_t foreignUnits(const unsigned short* block) {
+    if constexpr (identity == Identity::None) return 0xFFFF;
 #if defined(__SSE2__)
-    const auto good = [](__m128i units) {
-        const __m128i zero = _mm_setzero_si128();
-        if constexpr (identity != Identity::AllButControls) {
-            constexpr int foreign = identity == Identity::Ascii ? 0xFF80 : 0xFF00;
-            return _mm_cmpeq_epi16(
-                _mm_and_si128(units, _mm_set1_epi16(static_cast<short>(foreign))), zero);
-        } else {
-            const __m128i high = _mm_and_si128(units, _mm_set1_epi16(static_cast<short>(0xFF00)));
-            const __m128i row = _mm_and_si128(units, _mm_set1_epi16(0x00E0));
-            const __m128i control = _mm_cmpeq_epi16(row, _mm_set1_epi16(0x0080));
-            return _mm_andnot_si128(control, _mm_cmpeq_epi16(high, zero));
-        }
-    };
     const auto* in = reinterpret_cast<const __m128i*>(block);
-    const __m128i packed =
-        _mm_packs_epi16(good(_mm_loadu_si128(in)), good(_mm_loadu_si128(in + 1)));
-    const std::uint32_t others = ~static_cast<std::uint32_t>(_mm_movemask_epi8(packed)) & 0xFFFFU;
-    return others ? std::countr_zero(others) : blockSize;
+    const __m128i first = _mm_loadu_si128(in);
+    const __m128i second = _mm_loadu_si128(in + 1);
+    const __m128i zero = _mm_setzero_si128();
+    constexpr int foreign = identity == Identity::Ascii ? 0xFF80 : 0xFF00;
+    const __m128i foreignBits = _mm_set1_epi16(static_cast<short>(foreign));
+    if constexpr (identity != Identity::AllButControls) {
+        // Most blocks have nothing foreign: one test for both halves.
+        const __m128i both = _mm_and_si128(_mm_or_si128(first, second), foreignBits);
+        if (_mm_movemask_epi8(_mm_cmpeq_epi16(both, zero)) == 0xFFFF) return 0;
+    }
+    const auto identical = [&](__m128i units) {
+        const __m128i known = _mm_cmpeq_epi16(_mm_and_si128(units, foreignBits), zero);
+        if constexpr (identity != Identity::AllButControls) return known;
+        const __m128i row = _mm_and_si128(units, _mm_set1_epi16(0x00E0));
+        return _mm_andnot_si128(_mm_cmpeq_epi16(row, _mm_set1_epi16(0x0080)), known);
+    };
+    const __m128i packed = _mm_packs_epi16(identical(first), identical(second));
+    return ~static_cast<std::uint32_t>(_mm_movemask_epi8(packed)) & 0xFFFFU;
 #else
-    int count = 0;
-    while (count < blockSize && isIdentical<identity>(block[count]))
-        ++count;
-    return count;
+    std::uint32_t mask = 0;
+    for (int i = 0; i < blockSize; ++i)
+        mask |= isIdentical<identity>(block[i]) ? 0U : 1U << i;
+    return mask;
 #endif
+}
+
+/// How many elements of a block come before the first foreign one.
+inline int identicalCount(std::uint32_t foreignMask) {
+    return foreignMask ? std::countr_zero(foreignMask) : blockSize;
+}
+
+/// Copies the ASCII characters at the front of `source`, as many as there is room for.
+template <class Sink>
+void copyAscii(ByteSource& source, Sink& sink) {
+    ByteSource in = source; // Copies that the compiler can keep in registers.
+    Sink out = sink;
+    for (int blocks = std::min(in.remaining(), out.room()) / blockSize; blocks > 0; --blocks) {
+        const std::uint32_t foreign = foreignBytes<Identity::Ascii>(in.next);
+        const int count = identicalCount(foreign);
+        out.putWidened(in.next, count);
+        in.next += count;
+        if (foreign) break;
+    }
+    while (!in.isEmpty() && *in.next < 0x80 && out.room() > 0)
+        out.put(*in.next++);
+    source = in;
+    sink = out;
+}
+
+template <class Sink>
+void copyAscii(UnitSource& source, Sink& sink) {
+    UnitSource in = source;
+    Sink out = sink;
+    for (int blocks = std::min(in.remaining(), out.room()) / blockSize; blocks > 0; --blocks) {
+        const std::uint32_t foreign = foreignUnits<Identity::Ascii>(in.next);
+        const int count = identicalCount(foreign);
+        out.putNarrowed(in.next, count);
+        in.next += count;
+        if (foreign) break;
+    }
+    while (!in.isEmpty() && *in.next < 0x80 && out.room() > 0)
+        out.put(*in.next++);
+    source = in;
+    sink = out;
 }
 
 } // namespace KrCore

@@ -72,30 +72,6 @@ int wholeCharacters(const unsigned short* text, int count) {
     return count > 0 && isHighSurrogate(text[count - 1]) ? count - 1 : count;
 }
 
-template <class Sink>
-void copyAscii(ByteSource& source, Sink& sink) {
-    while (source.remaining() >= blockSize && sink.room() >= blockSize) {
-        const int count = identicalBytes<Identity::Ascii>(source.next);
-        sink.putWidened(source.next, count);
-        source.next += count;
-        if (count < blockSize) return;
-    }
-    while (!source.isEmpty() && *source.next < 0x80 && sink.room() > 0)
-        sink.put(*source.next++);
-}
-
-template <class Sink>
-void copyAscii(UnitSource& source, Sink& sink) {
-    while (source.remaining() >= blockSize && sink.room() >= blockSize) {
-        const int count = identicalUnits<Identity::Ascii>(source.next);
-        sink.putNarrowed(source.next, count);
-        source.next += count;
-        if (count < blockSize) return;
-    }
-    while (!source.isEmpty() && *source.next < 0x80 && sink.room() > 0)
-        sink.put(*source.next++);
-}
-
 } // namespace
 
 CodePageCodec::CodePageCodec(int page)

@@ -16,12 +16,10 @@ public:
     template <class Sink>
     Stop decode(ByteSource& source, Sink& sink, bool /*flush*/) const {
         while (source.remaining() >= blockSize && sink.room() >= blockSize) {
-            if (identicalBytes<identity>(source.next) == blockSize) {
-                sink.putWidened(source.next, blockSize);
-                source.next += blockSize;
-            } else if (!decodeBytes(source, sink, blockSize)) {
-                return Stop::Invalid;
-            }
+            const std::uint32_t foreign = foreignBytes<identity>(source.next);
+            const bool isDone = hasFew(foreign) ? decodeBlock(source, sink, foreign)
+                                                : decodeBytes(source, sink, blockSize);
+            if (!isDone) return Stop::Invalid;
         }
         const int count = source.remaining() < sink.room() ? source.remaining() : sink.room();
         if (!decodeBytes(source, sink, count)) return Stop::Invalid;
@@ -32,12 +30,10 @@ public:
     template <class Sink>
     Stop encode(UnitSource& source, Sink& sink) const {
         while (source.remaining() >= blockSize && sink.room() >= blockSize) {
-            if (identicalUnits<identity>(source.next) == blockSize) {
-                sink.putNarrowed(source.next, blockSize);
-                source.next += blockSize;
-            } else if (!encodeUnits(source, sink, blockSize)) {
-                return Stop::Invalid;
-            }
+            const std::uint32_t foreign = foreignUnits<identity>(source.next);
+            const bool isDone = hasFew(foreign) ? encodeBlock(source, sink, foreign)
+                                                : encodeUnits(source, sink, blockSize);
+            if (!isDone) return Stop::Invalid;
         }
         const int count = source.remaining() < sink.room() ? source.remaining() : sink.room();
         if (!encodeUnits(source, sink, count)) return Stop::Invalid;
@@ -46,6 +42,50 @@ public:
     }
 
 private:
+    /// Whether it pays to take a block as a whole and then look up its few foreign characters.
+    static bool hasFew(std::uint32_t foreign) {
+        foreign &= foreign - 1;
+        foreign &= foreign - 1;
+        foreign &= foreign - 1;
+        return (foreign & (foreign - 1)) == 0;
+    }
+
+    /// Widens a block and replaces the units of its foreign bytes. Stops in front of a byte that
+    /// means nothing.
+    template <class Sink>
+    bool decodeBlock(ByteSource& source, Sink& sink, std::uint32_t foreign) const {
+        sink.putWidened(source.next, blockSize);
+        for (; foreign; foreign &= foreign - 1) {
+            const int index = std::countr_zero(foreign);
+            const unsigned short unit = table_->units[source.next[index]];
+            if (unit == ByteTable::noUnit) {
+                sink.advance(index - blockSize);
+                source.next += index;
+                return false;
+            }
+            sink.replace(blockSize - index, unit);
+        }
+        source.next += blockSize;
+        return true;
+    }
+
+    template <class Sink>
+    bool encodeBlock(UnitSource& source, Sink& sink, std::uint32_t foreign) const {
+        sink.putNarrowed(source.next, blockSize);
+        for (; foreign; foreign &= foreign - 1) {
+            const int index = std::countr_zero(foreign);
+            const int byte = table_->byteOf(source.next[index]);
+            if (byte == ByteTable::noByte) {
+                sink.advance(index - blockSize);
+                source.next += index;
+                return false;
+            }
+            sink.replace(blockSize - index, static_cast<unsigned int>(byte));
+        }
+        source.next += blockSize;
+        return true;
+    }
+
     template <class Sink>
     bool decodeBytes(ByteSource& source, Sink& sink, int count) const {
         for (const unsigned char* end = source.next + count; source.next != end; ++source.next) {

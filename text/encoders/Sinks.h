@@ -1,5 +1,6 @@
 #pragma once
 
+#include <bit>
 #include <climits>
 #include <cstddef>
 #include <cstring>
@@ -44,6 +45,9 @@ public:
         next_ += count;
     }
 
+    /// Replaces what was written `back` places before the end.
+    void replace(int back, unsigned short unit) { *(next_ - back) = unit; }
+
     /// The buffer behind what was written, for a system call to fill; then `advance`.
     unsigned short* buffer() { return next_; }
     void advance(int count) { next_ += count; }
@@ -68,8 +72,15 @@ public:
         next_ += count;
     }
 
+    /// Writes the first `count` of four bytes, the lowest first; needs room for all four.
+    void putWord(unsigned int word, int count) {
+        if constexpr (std::endian::native == std::endian::big) word = swapped(word);
+        std::memcpy(next_, &word, sizeof word);
+        next_ += count;
+    }
+
     /// Narrows a whole block of units and keeps the first `count` bytes of it; needs room for the
-    /// block. Units among the first `count` must be below 256.
+    /// block. A unit above 255 leaves an undefined byte.
     void putNarrowed(const unsigned short* units, int count) {
 #if defined(__SSE2__)
         const auto* in = reinterpret_cast<const __m128i*>(units);
@@ -82,10 +93,16 @@ public:
         next_ += count;
     }
 
+    void replace(int back, unsigned int byte) { *(next_ - back) = static_cast<char>(byte); }
+
     char* buffer() { return next_; }
     void advance(int count) { next_ += count; }
 
 private:
+    static constexpr unsigned int swapped(unsigned int word) {
+        return word >> 24 | (word >> 8 & 0xFF00) | (word << 8 & 0xFF0000) | word << 24;
+    }
+
     char* begin_;
     char* next_;
     char* end_;
@@ -99,8 +116,10 @@ public:
     int written() const { return count_; }
     void put(unsigned int) { ++count_; }
     void put(const Element*, int count) { count_ += count; }
+    void putWord(unsigned int, int count) { count_ += count; }
     void putWidened(const unsigned char*, int count) { count_ += count; }
     void putNarrowed(const unsigned short*, int count) { count_ += count; }
+    void replace(int, unsigned int) {}
     Element* buffer() { return nullptr; }
     void advance(int count) { count_ += count; }
 

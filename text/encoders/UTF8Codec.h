@@ -4,6 +4,9 @@
 #include "text/encoders/CodecEncoder.h"
 #include "text/encoders/Surrogates.h"
 
+#include <algorithm>
+#include <cstdint>
+
 namespace KrCore {
 
 /// UTF-8 in its strict form: no overlong forms, no surrogates, nothing above U+10FFFF. A byte-order
@@ -12,34 +15,38 @@ class UTF8Codec {
 public:
     template <class Sink>
     static Stop decode(ByteSource& source, Sink& sink, bool /*flush*/) {
-        while (!source.isEmpty()) {
-            if (*source.next < 0x80) {
-                decodeAscii(source, sink);
-                if (source.isEmpty()) break;
-                if (*source.next < 0x80) return Stop::OutputFull;
-            }
-            const Stop stop = decodeSequences(source, sink);
-            if (stop != Stop::InputEnd) return stop;
+        for (;;) {
+            decodeRun(source, sink);
+            if (source.isEmpty()) return Stop::InputEnd;
+            const Sequence sequence = readSequence(source.next, source.remaining());
+            if (sequence.stop != Stop::InputEnd) return sequence.stop;
+            if (sink.room() < utf16Length(sequence.value)) return Stop::OutputFull;
+            putUtf16(sink, sequence.value);
+            source.next += sequence.length;
         }
-        return Stop::InputEnd;
     }
 
     template <class Sink>
     static Stop encode(UnitSource& source, Sink& sink) {
-        while (!source.isEmpty()) {
-            if (*source.next < 0x80) {
-                encodeAscii(source, sink);
-                if (source.isEmpty()) break;
-                if (*source.next < 0x80) return Stop::OutputFull;
+        for (;;) {
+            encodeRun(source, sink);
+            if (source.isEmpty()) return Stop::InputEnd;
+            unsigned int value = *source.next;
+            int unitCount = 1;
+            if (isSurrogate(value)) {
+                const Stop stop = readPair(source.next, source.remaining(), value);
+                if (stop != Stop::InputEnd) return stop;
+                unitCount = 2;
             }
-            const Stop stop = encodeSequences(source, sink);
-            if (stop != Stop::InputEnd) return stop;
+            const int length = sequenceLength(value);
+            if (sink.room() < length) return Stop::OutputFull;
+            putSequence(sink, value, length);
+            source.next += unitCount;
         }
-        return Stop::InputEnd;
     }
 
 private:
-    /// One multi-byte sequence as found in the input.
+    /// One character as found in the input.
     struct Sequence {
         Stop stop;          ///< InputEnd for a valid one
         int length;         ///< bytes
@@ -65,9 +72,10 @@ private:
         }
     }
 
-    /// Reads the sequence at `bytes`, whose first byte is 80 or above.
+    /// Reads the character at `bytes`.
     static Sequence readSequence(const unsigned char* bytes, int remaining) {
         const unsigned int lead = bytes[0];
+        if (lead < 0x80) return {Stop::InputEnd, 1, lead};
         if (lead < 0xC2 || lead > 0xF4) return {Stop::Invalid, 0, 0};
         const int length = lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
         unsigned int value = lead & (0x7FU >> length);
@@ -81,100 +89,116 @@ private:
         return {Stop::InputEnd, length, value};
     }
 
+    /// Decodes as far from the ends of both buffers as it can without testing for them, up to the
+    /// first sequence that is not well-formed.
     template <class Sink>
-    static void decodeAscii(ByteSource& source, Sink& sink) {
-        while (source.remaining() >= blockSize && sink.room() >= blockSize) {
-            const int count = identicalBytes<Identity::Ascii>(source.next);
-            sink.putWidened(source.next, count);
-            source.next += count;
-            if (count < blockSize) return;
+    static void decodeRun(ByteSource& source, Sink& sink) {
+        ByteSource in = source; // Copies that the compiler can keep in registers.
+        Sink out = sink;
+        while (in.remaining() >= blockSize && out.room() >= blockSize) {
+            const std::uint32_t foreign = foreignBytes<Identity::Ascii>(in.next);
+            const int count = identicalCount(foreign);
+            out.putWidened(in.next, count);
+            in.next += count;
+            if (!foreign) continue;
+            int safe = std::min(in.remaining() / 4, out.room() / 2);
+            while (safe > 0 && decodeWord(in, out))
+                --safe;
+            if (in.isEmpty() || *in.next >= 0x80) break;
         }
-        while (!source.isEmpty() && *source.next < 0x80 && sink.room() > 0)
-            sink.put(*source.next++);
+        source = in;
+        sink = out;
     }
 
-    /// Decodes until the next ASCII byte.
+    /// Decodes the sequence that four bytes of input begin with. False when it is ASCII or not
+    /// well-formed.
     template <class Sink>
-    static Stop decodeSequences(ByteSource& source, Sink& sink) {
-        while (!source.isEmpty() && *source.next >= 0x80) {
-            if (source.remaining() >= 3 && sink.room() > 0 && decodeCommon(source, sink)) continue;
-            const Sequence sequence = readSequence(source.next, source.remaining());
-            if (sequence.stop != Stop::InputEnd) return sequence.stop;
-            if (sink.room() < utf16Length(sequence.value)) return Stop::OutputFull;
-            putUtf16(sink, sequence.value);
-            source.next += sequence.length;
-        }
-        return Stop::InputEnd;
-    }
-
-    /// A well-formed sequence of two or three bytes, away from the ends of both buffers: nearly all
-    /// text. False, with nothing read, for any other.
-    template <class Sink>
-    static bool decodeCommon(ByteSource& source, Sink& sink) {
-        const unsigned char* bytes = source.next;
-        const unsigned int lead = bytes[0];
-        const unsigned int second = bytes[1] ^ 0x80U;
-        if (second > 0x3F) return false;
-        if (lead < 0xE0) {
-            if (lead < 0xC2) return false;
-            sink.put(static_cast<unsigned short>((lead & 0x1F) << 6 | second));
-            source.next += 2;
+    static bool decodeWord(ByteSource& in, Sink& out) {
+        const unsigned int word = static_cast<unsigned int>(in.next[0]) |
+                                  static_cast<unsigned int>(in.next[1]) << 8 |
+                                  static_cast<unsigned int>(in.next[2]) << 16 |
+                                  static_cast<unsigned int>(in.next[3]) << 24;
+        if ((word & 0x00C0C0F0) == 0x008080E0) {
+            const unsigned int value =
+                (word & 0xF) << 12 | (word >> 2 & 0xFC0) | (word >> 16 & 0x3F);
+            if (value < 0x800 || isSurrogate(value)) return false;
+            out.put(static_cast<unsigned short>(value));
+            in.next += 3;
             return true;
         }
-        const unsigned int third = bytes[2] ^ 0x80U;
-        if (lead > 0xEF || third > 0x3F) return false;
-        const unsigned int value = (lead & 0xF) << 12 | second << 6 | third;
-        if (value < 0x800 || isSurrogate(value)) return false;
-        sink.put(static_cast<unsigned short>(value));
-        source.next += 3;
+        if ((word & 0xC0E0) == 0x80C0) {
+            if ((word & 0x1E) == 0) return false;
+            out.put(static_cast<unsigned short>((word & 0x1F) << 6 | (word >> 8 & 0x3F)));
+            in.next += 2;
+            return true;
+        }
+        if ((word & 0xC0C0C0F8) != 0x808080F0) return false;
+        const unsigned int value =
+            (word & 0x7) << 18 | (word << 4 & 0x3F000) | (word >> 10 & 0xFC0) | (word >> 24 & 0x3F);
+        if (value < 0x10000 || value > 0x10FFFF) return false;
+        putUtf16(out, value);
+        in.next += 4;
         return true;
     }
 
+    /// Encodes likewise, up to the first surrogate without its other half.
     template <class Sink>
-    static void encodeAscii(UnitSource& source, Sink& sink) {
-        while (source.remaining() >= blockSize && sink.room() >= blockSize) {
-            const int count = identicalUnits<Identity::Ascii>(source.next);
-            sink.putNarrowed(source.next, count);
-            source.next += count;
-            if (count < blockSize) return;
+    static void encodeRun(UnitSource& source, Sink& sink) {
+        UnitSource in = source;
+        Sink out = sink;
+        while (in.remaining() >= blockSize && out.room() >= blockSize) {
+            const std::uint32_t foreign = foreignUnits<Identity::Ascii>(in.next);
+            const int count = identicalCount(foreign);
+            out.putNarrowed(in.next, count);
+            in.next += count;
+            if (!foreign) continue;
+            int safe = std::min(in.remaining() / 2, out.room() / 4);
+            while (safe > 0 && encodeWord(in, out))
+                --safe;
+            if (in.isEmpty() || *in.next >= 0x80) break;
         }
-        while (!source.isEmpty() && *source.next < 0x80 && sink.room() > 0)
-            sink.put(*source.next++);
+        source = in;
+        sink = out;
     }
 
-    /// Encodes until the next ASCII unit.
+    /// Encodes the next character, two to four bytes. False when it is ASCII or half a pair.
     template <class Sink>
-    static Stop encodeSequences(UnitSource& source, Sink& sink) {
-        while (!source.isEmpty() && *source.next >= 0x80) {
-            unsigned int value = *source.next;
-            int unitCount = 1;
-            if (isSurrogate(value)) {
-                const Stop stop = readPair(source.next, source.remaining(), value);
-                if (stop != Stop::InputEnd) return stop;
-                unitCount = 2;
-            }
-            const int length = value < 0x800 ? 2 : value < 0x10000 ? 3 : 4;
-            if (sink.room() < length) return Stop::OutputFull;
-            putSequence(sink, value, length);
-            source.next += unitCount;
+    static bool encodeWord(UnitSource& in, Sink& out) {
+        unsigned int value = *in.next;
+        if (value < 0x80) return false;
+        if (value < 0x800) {
+            out.putWord(0x80C0 | value >> 6 | (value & 0x3F) << 8, 2);
+        } else if (!isSurrogate(value)) {
+            out.putWord(threeBytes(value), 3);
+        } else {
+            if (readPair(in.next, 2, value) != Stop::InputEnd) return false;
+            out.putWord(fourBytes(value), 4);
+            ++in.next;
         }
-        return Stop::InputEnd;
+        ++in.next;
+        return true;
+    }
+
+    static int sequenceLength(unsigned int value) {
+        return value < 0x80 ? 1 : value < 0x800 ? 2 : value < 0x10000 ? 3 : 4;
+    }
+
+    /// The three bytes of a character below U+10000 as a word, the first byte in the lowest place.
+    static unsigned int threeBytes(unsigned int value) {
+        return 0x8080E0 | value >> 12 | (value << 2 & 0x3F00) | (value & 0x3F) << 16;
+    }
+
+    static unsigned int fourBytes(unsigned int value) {
+        return 0x808080F0 | value >> 18 | (value >> 4 & 0x3F00) | (value << 10 & 0x3F0000) |
+               (value & 0x3F) << 24;
     }
 
     template <class Sink>
     static void putSequence(Sink& sink, unsigned int value, int length) {
-        if (length == 2) {
-            sink.put(0xC0 | value >> 6);
-        } else {
-            if (length == 3) {
-                sink.put(0xE0 | value >> 12);
-            } else {
-                sink.put(0xF0 | value >> 18);
-                sink.put(0x80 | (value >> 12 & 0x3F));
-            }
-            sink.put(0x80 | (value >> 6 & 0x3F));
-        }
-        sink.put(0x80 | (value & 0x3F));
+        constexpr unsigned int leads[] = {0, 0, 0xC0, 0xE0, 0xF0};
+        sink.put(leads[length] | value >> 6 * (length - 1));
+        for (int shift = 6 * (length - 2); shift >= 0; shift -= 6)
+            sink.put(0x80 | (value >> shift & 0x3F));
     }
 };
 
