@@ -18,12 +18,13 @@ constinit unsigned int mainThreadId = 0;
 } // namespace
 
 Thread::Thread() {
+    Context* context = currentContext();
     const std::int64_t now = Time::getHiResTimer();
     gate_ = Platform::createThread(go, this, id_);
     if (!gate_) {
         error_ = ErrorCode::CannotExecute;
         id_ = 0;
-    } else if (Context* context = currentContext()) {
+    } else if (context) {
         context->lapBase = now;
     }
 }

@@ -42,6 +42,9 @@ struct WeakReferenceTable {
     Refcountable* assign(WeakRefBase* holder, Refcountable* target);
 
     static void empty(WeakRefBase* holder) { holder->target_ = nullptr; }
+    static bool isDying(const Refcountable& target) {
+        return std::atomic_ref(target.references_).load() <= 0;
+    }
 };
 
 namespace {
@@ -128,15 +131,15 @@ void WeakReferenceTable::destroy() {
 // The holder leaves its old target first, so that assigning the same target again reuses its entry.
 // If there is no memory for the new entry, it stays null.
 //
-// A target whose count has reached 0 is refused. The list is counted before the count is read, and
-// the last release counts down before it reads the number of lists: so one of the two sees the
-// other.
+// A target whose count has reached 0 is refused, before and after: the list is counted before the
+// target's count is read again, and the last release counts down before it reads the number of
+// lists, so one of the two sees the other.
 Refcountable* WeakReferenceTable::assign(WeakRefBase* holder, Refcountable* target) {
     if (holder->target_) leave(holder);
-    if (!target) return nullptr;
+    if (!target || isDying(*target)) return nullptr;
     findOrMake(target).add(holder);
     holder->target_ = target;
-    if (std::atomic_ref(target->references_).load() > 0) return target;
+    if (!isDying(*target)) return target;
     leave(holder);
     return nullptr;
 }
