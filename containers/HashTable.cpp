@@ -49,12 +49,12 @@ const HashTable::Item* HashTable::findItem(const String& key, bool ignoreCase) c
 }
 
 long long HashTable::find(const String& key, bool ignoreCase) const {
-    const Item* item = findItem(key, ignoreCase);
+    const Item* item = table_ ? table_->find(key, ignoreCase) : nullptr;
     return item ? item->value : 0;
 }
 
 bool HashTable::hasKey(const String& key, bool ignoreCase) const {
-    return findItem(key, ignoreCase) != nullptr;
+    return table_ && table_->find(key, ignoreCase);
 }
 
 const String* HashTable::findKey(long long value) const {

@@ -32,6 +32,15 @@ int indexCapacity(int items) {
 
 } // namespace
 
+std::uint64_t KeyText::foldUncommon(std::uint64_t word) {
+    std::uint64_t folded = 0;
+    for (int shift = 0; shift < 64; shift += 16) {
+        const auto unit = foldUnit(static_cast<unsigned short>(word >> shift));
+        folded |= static_cast<std::uint64_t>(unit) << shift;
+    }
+    return folded;
+}
+
 HashTable::Index::~Index() { close(); }
 
 void HashTable::Index::open(int capacity) {
@@ -121,28 +130,6 @@ bool HashTable::Table::isShared() {
 }
 
 bool HashTable::Table::isAbandoned() const { return refCount == walkers; }
-
-HashTable::Item* HashTable::Table::find(const String& key, bool ignoreCase) const {
-    if (count == 0) return nullptr;
-    if (index.isActive()) return findInIndex(key, ignoreCase);
-    const std::uint32_t hash = KeyText::shortHash(key);
-    Item* item = head(static_cast<int>(hash % static_cast<std::uint32_t>(buckets.length())));
-    while (item && (item->hash != hash || !KeyText::equal(item->key, key, ignoreCase))) {
-        item = item->next;
-    }
-    return item;
-}
-
-HashTable::Item* HashTable::Table::findInIndex(const String& key, bool ignoreCase) const {
-    const bool firstIsOnly = !ignoreCase && !mayHaveTwins;
-    Item* best = nullptr;
-    index.forEach(KeyText::fullHash(key), [&](Item& item) {
-        if (!KeyText::equal(item.key, key, ignoreCase)) return false;
-        if (!best || isBefore(item, *best)) best = &item;
-        return firstIsOnly;
-    });
-    return best;
-}
 
 HashTable::Item& HashTable::Table::add(const String& key, long long value) {
     std::unique_ptr<Item> item(new Item(key, value));

@@ -91,7 +91,10 @@ struct HashTable::Table : Heap {
     /// A walk is going on and only walks still hold the table.
     bool isAbandoned() const;
 
-    Item* find(const String& key, bool ignoreCase) const;
+    Item* find(const String& key, bool ignoreCase) const {
+        if (count == 0) return nullptr;
+        return index.isActive() ? findInIndex(key, ignoreCase) : findInChain(key, ignoreCase);
+    }
     Item& add(const String& key, long long value);
     /// Gives the item the new spelling of its key.
     void rename(Item& item, const String& key);
@@ -119,6 +122,7 @@ struct HashTable::Table : Heap {
 
 private:
     Item* findInIndex(const String& key, bool ignoreCase) const;
+    Item* findInChain(const String& key, bool ignoreCase) const;
     void link(Item& item) noexcept;
     void unlink(Item& item) noexcept;
     void pushFront(long long& bucket, Item& item) noexcept;
@@ -136,5 +140,27 @@ private:
     bool mayHaveTwins = false; ///< Two items may have one identical key.
     Item* removed = nullptr;
 };
+
+// Defined here to be part of every look-up, without a call between.
+
+inline HashTable::Item* HashTable::Table::findInIndex(const String& key, bool ignoreCase) const {
+    const bool firstIsOnly = !ignoreCase && !mayHaveTwins;
+    Item* best = nullptr;
+    index.forEach(KeyText::fullHash(key), [&](Item& item) {
+        if (!KeyText::equal(item.key, key, ignoreCase)) return false;
+        if (!best || isBefore(item, *best)) best = &item;
+        return firstIsOnly;
+    });
+    return best;
+}
+
+inline HashTable::Item* HashTable::Table::findInChain(const String& key, bool ignoreCase) const {
+    const std::uint32_t hash = KeyText::shortHash(key);
+    Item* item = head(static_cast<int>(hash % static_cast<std::uint32_t>(buckets.length())));
+    while (item && (item->hash != hash || !KeyText::equal(item->key, key, ignoreCase))) {
+        item = item->next;
+    }
+    return item;
+}
 
 } // namespace KrCore

@@ -33,6 +33,9 @@ inline unsigned short foldUnit(unsigned short unit) {
     return UnicodeUtils::towupper(unit);
 }
 
+/// `foldFour` for words with a unit beyond ASCII.
+std::uint64_t foldUncommon(std::uint64_t word);
+
 inline std::uint64_t foldFour(std::uint64_t word) {
     if ((word & everyUnit * 0xFF80) == 0) {
         // Bit 7 of a unit becomes set when it is at least "a", and when it is beyond "z".
@@ -40,12 +43,7 @@ inline std::uint64_t foldFour(std::uint64_t word) {
         const std::uint64_t beyondZ = word + everyUnit * (0x80 - 'z' - 1);
         return word - ((fromA & ~beyondZ & everyUnit * 0x80) >> 2);
     }
-    std::uint64_t folded = 0;
-    for (int shift = 0; shift < 64; shift += 16) {
-        const auto unit = foldUnit(static_cast<unsigned short>(word >> shift));
-        folded |= static_cast<std::uint64_t>(unit) << shift;
-    }
-    return folded;
+    return foldUncommon(word);
 }
 
 /// Kept: the bucket hash looks at five units at most and ends at a zero unit, so keys with a common
@@ -61,9 +59,11 @@ inline std::uint32_t shortHash(const String& key) {
     return hash;
 }
 
+/// Both halves of the full product, so that every bit of a word reaches every bit of the hash.
 inline std::uint64_t mix(std::uint64_t hash, std::uint64_t word) {
-    hash = (hash ^ word) * 0x9E3779B97F4A7C15U;
-    return hash ^ hash >> 29;
+    __extension__ using Product = unsigned __int128;
+    const Product product = static_cast<Product>(hash ^ word) * 0x9E3779B97F4A7C15U;
+    return static_cast<std::uint64_t>(product) ^ static_cast<std::uint64_t>(product >> 64);
 }
 
 /// Over all units without case. The last word overlaps the one before when the length is no
@@ -71,7 +71,7 @@ inline std::uint64_t mix(std::uint64_t hash, std::uint64_t word) {
 inline std::uint32_t fullHash(const String& key) {
     const unsigned short* units = key.wstr();
     const int count = key.length();
-    std::uint64_t hash = static_cast<std::uint64_t>(count);
+    auto hash = static_cast<std::uint64_t>(count);
     if (count >= 4) {
         for (int index = 0; index < count - 4; index += 4) {
             hash = mix(hash, foldFour(loadFour(units + index)));
@@ -80,7 +80,7 @@ inline std::uint32_t fullHash(const String& key) {
     } else if (count > 0) {
         hash = mix(hash, foldFour(loadFew(units, count)));
     }
-    return static_cast<std::uint32_t>(mix(hash, 0) >> 32);
+    return static_cast<std::uint32_t>(hash);
 }
 
 inline bool equalExactly(const String& left, const String& right) {
