@@ -57,6 +57,36 @@ bool readFourDigits(const unsigned short* units, std::uint64_t& value) {
     return true;
 }
 
+/// The short way for most texts: nothing but up to 16 digits, perhaps with a point among them.
+/// False for all others, which are read with care.
+bool scanPlain(const unsigned short* unit, const unsigned short* end, double& value) {
+    constexpr std::ptrdiff_t maximalDigits = 16;
+    const bool isNegative = unit != end && *unit == '-';
+    if (isNegative) ++unit;
+    std::ptrdiff_t digitCount = end - unit;
+    if (digitCount > maximalDigits + 1) return false;
+    const unsigned short* fraction = end;
+    std::uint64_t mantissa = 0;
+    for (std::uint64_t four; end - unit >= 4 && readFourDigits(unit, four); unit += 4) {
+        mantissa = mantissa * 10000 + four;
+    }
+    for (; unit != end; ++unit) {
+        if (isDigit(*unit)) {
+            mantissa = mantissa * 10 + static_cast<unsigned int>(*unit - '0');
+        } else if (*unit == '.' && fraction == end) {
+            fraction = unit + 1;
+            --digitCount;
+        } else {
+            return false;
+        }
+    }
+    if (digitCount == 0 || digitCount > maximalDigits) return false;
+    value = static_cast<double>(mantissa);
+    if (fraction != end) value /= powersOfTen[static_cast<std::size_t>(end - fraction)];
+    if (isNegative) value = -value;
+    return true;
+}
+
 /// 99 for what is no digit in any base.
 int digitValue(unsigned short unit) {
     if (isDigit(unit)) return unit - '0';
@@ -115,6 +145,10 @@ NumberScan::NumberScan(const String& text)
 int NumberScan::position() const { return static_cast<int>(current_ - start_); }
 
 double NumberScan::scanDouble(TrailingText trailing) {
+    if (double value; scanPlain(current_, end_, value)) {
+        current_ = end_;
+        return value;
+    }
     skipBlanks();
     if (atEnd()) return nothingBehindBlanks();
     const unsigned short* number = current_;

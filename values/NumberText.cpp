@@ -162,8 +162,9 @@ void NumberText::appendExponent(int exponent) {
 }
 
 /// The shortest form ends with its last digit behind the point that is not 0; the other forms show
-/// exactly the places that were asked for. Kept: fixed notation that could not give as many is cut
-/// or filled with zeros, not rounded again, and 0 places leave what is there.
+/// exactly the places that were asked for. Kept: places that could not be given are zeros, surplus
+/// ones are cut off without rounding, and who asks for none gets what is there (held by
+/// NumberText.CutsFixedNotationAtFifteenDigits).
 void NumberText::finishMantissa(int start, int precision, NumberNotation notation) {
     int point = start;
     while (point < length_ && units_[point] != '.')
