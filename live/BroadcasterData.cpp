@@ -34,8 +34,10 @@ BroadcasterData::~BroadcasterData() {
     delete lock_;
 }
 
-SimpleArray* BroadcasterData::listOf(int id) const {
-    return pointerOf<SimpleArray>(byID_.find(id));
+SimpleArray* BroadcasterData::lookUpList(int id) const {
+    lastID_ = id;
+    lastList_ = pointerOf<SimpleArray>(byID_.find(id));
+    return lastList_;
 }
 
 SimpleArray& BroadcasterData::requireList(int id) {
@@ -90,6 +92,7 @@ void BroadcasterData::removeFromEveryID(Listener& listener) {
 void BroadcasterData::dropEmptyLists() {
     if (deliveries_ > 0 || !hasEmptyLists_) return;
     hasEmptyLists_ = false;
+    lastList_ = nullptr;
     for (int i = ids_.length() - 1; i >= 0; --i) {
         const long long id = std::as_const(ids_)[i];
         SimpleArray* list = pointerOf<SimpleArray>(byID_.find(id));

@@ -41,14 +41,19 @@ private:
     bool removeFrom(SimpleArray& list, Listener& listener);
     void removeFromEveryID(Listener& listener);
     void dropEmptyLists();
-    SimpleArray* listOf(int id) const;
+    SimpleArray* listOf(int id) const {
+        return lastList_ && id == lastID_ ? lastList_ : lookUpList(id);
+    }
+    SimpleArray* lookUpList(int id) const;
     SimpleArray& requireList(int id);
 
-    SimpleArray allListeners_;   // borrowed Listener*
-    SparseArray byID_;           // message ID to owned SimpleArray* of borrowed Listener*
-    int deletionListeners_ = 0;  // registrations under deletion IDs
-    Lock* lock_ = nullptr;       // owned; null single-threaded
-    SimpleArray ids_;            // the keys of byID_, so that removing a listener allocates nothing
+    SimpleArray allListeners_;  // borrowed Listener*
+    SparseArray byID_;          // message ID to owned SimpleArray* of borrowed Listener*
+    int deletionListeners_ = 0; // registrations under deletion IDs
+    Lock* lock_ = nullptr;      // owned; null single-threaded
+    SimpleArray ids_;           // the keys of byID_, so that removing a listener allocates nothing
+    mutable int lastID_ = 0;    // what was looked up last, null before and after changes
+    mutable SimpleArray* lastList_ = nullptr;
     int deliveries_ = 0;         // that are going on, one within the other
     bool hasEmptyLists_ = false; // that a delivery in progress keeps from being dropped
     unsigned changes_ = 0;       // advances with every registration that comes or goes

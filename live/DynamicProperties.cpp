@@ -1,5 +1,6 @@
 #include "live/DynamicProperties.h"
 
+#include "live/NameHash.h"
 #include "live/PointerWord.h"
 
 #include <krcore/containers/SimpleArray.h>
@@ -15,14 +16,6 @@ namespace {
 constexpr int longestWalk = 8;
 constexpr unsigned firstBucketCount = 32;
 
-std::uint32_t hashOf(const String& name) {
-    // FNV-1a over the units; all of them count, because scripts like names such as "property9999".
-    std::uint32_t hash = 2166136261U;
-    for (unsigned short unit : name)
-        hash = (hash ^ unit) * 16777619U;
-    return hash;
-}
-
 unsigned bucketOf(int id, unsigned bucketCount) {
     // Generated IDs count up and four-character ones differ in their upper bytes; mix both.
     const std::uint32_t mixed = static_cast<std::uint32_t>(id) * 2654435769U;
@@ -37,6 +30,8 @@ DynamicProperties::~DynamicProperties() {
 }
 
 LiveProperty* DynamicProperties::find(int id) const {
+    // A name is resolved right before its ID is used, as a rule, and is the first one then.
+    if (!head_ || head_->id_ == id) return head_;
     if (!bucketCount_) {
         LiveProperty* record = head_;
         while (record && record->id_ != id)
@@ -58,14 +53,14 @@ LiveProperty* DynamicProperties::find(const String& name, bool ignoreCase) const
             record = record->next_;
         return record;
     }
-    if (!head_) return nullptr;
+    if (!head_ || head_->name_ == name) return head_;
     if (!bucketCount_) {
         LiveProperty* record = head_;
         while (record && !(record->name_ == name))
             record = record->next_;
         return record;
     }
-    const std::uint32_t hash = hashOf(name);
+    const std::uint32_t hash = NameHash::of(name);
     LiveProperty* best = nullptr;
     for (LiveProperty* record = byName_[hash & (bucketCount_ - 1)]; record;
          record = record->nextByName_) {
@@ -97,7 +92,7 @@ void DynamicProperties::unlink(LiveProperty& record) {
 
 void DynamicProperties::add(LiveProperty* adopted, unsigned extraFlags) {
     std::unique_ptr<LiveProperty> record(adopted);
-    record->nameHash_ = hashOf(record->name_);
+    record->nameHash_ = NameHash::of(record->name_);
     const unsigned wanted = count_ < longestWalk ? 0U : std::max(bucketCount_, firstBucketCount);
     const bool isCrowded = static_cast<unsigned>(count_) >= wanted;
     const unsigned bucketCount = wanted && isCrowded ? wanted * 2 : wanted;

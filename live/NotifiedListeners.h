@@ -3,6 +3,7 @@
 #include <krcore/containers/SparseArray.h>
 
 #include <cstdint>
+#include <memory>
 #include <new>
 
 namespace KrCore {
@@ -26,7 +27,7 @@ public:
         for (int i = 0; i < count_; ++i) {
             if (first_[i] == listener) return true;
         }
-        return others_.length() > 0 && others_.hasKey(keyOf(listener));
+        return others_ && others_->hasKey(keyOf(listener));
     }
 
 private:
@@ -39,14 +40,15 @@ private:
 
     void addToOthers(Listener* listener) {
         try {
-            others_.set(keyOf(listener), 1);
+            if (!others_) others_ = std::make_unique<SparseArray>();
+            others_->set(keyOf(listener), 1);
         } catch (const std::bad_alloc&) {
         }
     }
 
     int count_ = 0;
     Listener* first_[capacity];
-    SparseArray others_;
+    std::unique_ptr<SparseArray> others_;
 };
 
 } // namespace KrCore

@@ -1,14 +1,22 @@
 #include "live/StaticPropertyManager.h"
 
+#include "live/NameHash.h"
+
 #include <krcore/containers/SimpleArray.h>
 #include <krcore/foundation/ErrorCode.h>
 #include <krcore/live/LivePropertyInfo.h>
 #include <krcore/text/String.h>
 #include <krcore/text/UnicodeUtils.h>
 
+#include <algorithm>
+#include <bit>
+
 namespace KrCore {
 
 namespace {
+
+// Up to here a scan is as fast as an index.
+constexpr unsigned longestScan = 8;
 
 constexpr LivePropertyInfo emptyTable[] = {{nullptr, 0, 0, nullptr}};
 
@@ -43,8 +51,50 @@ bool isSameIgnoringCase(const String& name, const char* rowName) {
 
 StaticPropertyManager::StaticPropertyManager(const LivePropertyInfo* table)
     : table_(table ? table : emptyTable) {
-    for (const LivePropertyInfo* row = table_; row->name; ++row)
-        noteID(row->id);
+    unsigned rowCount = 0;
+    for (; table_[rowCount].name; ++rowCount)
+        noteID(table_[rowCount].id);
+    if (rowCount > longestScan) buildIndex(rowCount);
+}
+
+StaticPropertyManager::~StaticPropertyManager() { Heap::operator delete(slots_); }
+
+/// Open addressing, half full at most. Rows of one name start at the same slot and go in from the
+/// top of the table, so a look-up meets them in the table's order.
+void StaticPropertyManager::buildIndex(unsigned rowCount) {
+    const std::size_t slotCount = std::bit_ceil(std::size_t(rowCount) * 2);
+    slots_ = static_cast<Slot*>(Heap::operator new(slotCount * sizeof(Slot)));
+    std::fill_n(slots_, slotCount, Slot{0, 0});
+    slotMask_ = static_cast<unsigned>(slotCount - 1);
+    for (unsigned row = 0; row < rowCount; ++row) {
+        NameHash hash;
+        for (const char* unit = table_[row].name; *unit; ++unit)
+            hash.add(static_cast<unsigned char>(*unit));
+        unsigned position = hash.value() & slotMask_;
+        while (slots_[position].row)
+            position = (position + 1) & slotMask_;
+        slots_[position] = {hash.value(), row + 1};
+    }
+}
+
+const LivePropertyInfo* StaticPropertyManager::scan(const String& name, int flags) const {
+    const auto matches = ignoresCase(flags) ? isSameIgnoringCase : isSame;
+    for (const LivePropertyInfo* row = table_; row->name; ++row) {
+        if (isVisible(row->flags, flags) && matches(name, row->name)) return row;
+    }
+    return nullptr;
+}
+
+const LivePropertyInfo* StaticPropertyManager::findRow(const String& name, int flags) const {
+    if (!slots_ || ignoresCase(flags)) return scan(name, flags);
+    const std::uint32_t hash = NameHash::of(name);
+    for (unsigned position = hash & slotMask_; slots_[position].row;
+         position = (position + 1) & slotMask_) {
+        if (slots_[position].hash != hash) continue;
+        const LivePropertyInfo* row = &table_[slots_[position].row - 1];
+        if (isVisible(row->flags, flags) && isSame(name, row->name)) return row;
+    }
+    return nullptr;
 }
 
 void StaticPropertyManager::registerProperty(const char*, int, int, const char*) {}
@@ -53,17 +103,10 @@ void StaticPropertyManager::registerProperties(const LivePropertyInfo*) {}
 
 int StaticPropertyManager::getIDForName(const String& name, int& id, InfoType& kind,
                                         int flags) const {
-    id = 0;
-    kind = InfoType::Unknown;
-    if (name.isEmpty()) return ErrorCode::NotFound;
-    const auto matches = ignoresCase(flags) ? isSameIgnoringCase : isSame;
-    for (const LivePropertyInfo* row = table_; row->name; ++row) {
-        if (!isVisible(row->flags, flags) || !matches(name, row->name)) continue;
-        id = row->id;
-        kind = kindOf(row->flags);
-        return ErrorCode::Ok;
-    }
-    return ErrorCode::NotFound;
+    const LivePropertyInfo* row = name.isEmpty() ? nullptr : findRow(name, flags);
+    id = row ? row->id : 0;
+    kind = row ? kindOf(row->flags) : InfoType::Unknown;
+    return row ? ErrorCode::Ok : ErrorCode::NotFound;
 }
 
 const LivePropertyInfo* StaticPropertyManager::findRow(int id) const {

@@ -63,23 +63,15 @@ TEST_F(BroadcasterTest, ReplacesSingleRegistrationsByOneForEveryMessage) {
 
 TEST_F(BroadcasterTest, KnowsWhetherAnybodyWouldListen) {
     Ear& ear = named('1');
+    constexpr int negative = fourCharCode("\xE9tat");
+    EXPECT_FALSE(broadcaster.isListening(negative));
+    broadcaster.addListener(ear, negative);
+    EXPECT_TRUE(broadcaster.isListening(negative));
     EXPECT_FALSE(broadcaster.isListening(ping));
-    broadcaster.addListener(ear, ping);
-    EXPECT_TRUE(broadcaster.isListening(ping));
-    EXPECT_FALSE(broadcaster.isListening(-1));
     broadcaster.addListener(ear, MessageID::All);
-    EXPECT_TRUE(broadcaster.isListening(-1));
+    EXPECT_TRUE(broadcaster.isListening(ping));
     broadcaster.removeListener(ear, MessageID::All);
-    EXPECT_FALSE(broadcaster.isListening(ping));
-}
-
-TEST_F(BroadcasterTest, TakesNegativeIDsForWhatTheyAre) {
-    Ear& ear = named('1');
-    constexpr int id = fourCharCode("\xE9tat");
-    broadcaster.addListener(ear, id);
-    EXPECT_TRUE(broadcaster.isListening(id));
-    broadcaster.removeListener(ear, id);
-    EXPECT_FALSE(broadcaster.isListening(id));
+    EXPECT_FALSE(broadcaster.isListening(negative));
 }
 
 TEST_F(BroadcasterTest, CopiesNoListeners) {
@@ -234,20 +226,11 @@ TEST_F(BroadcasterTest, GivesEverythingBackWhenMemoryRunsOut) {
 TEST(DataMessage, CarriesWhatItIsMadeOf) {
     const auto object = makePlain();
     EXPECT_EQ(DataMessage(ping).getData()->getType(), VariantType::Undefined);
-    EXPECT_TRUE(*DataMessage(ping, String("a")).getData() == Variant("a"));
-    EXPECT_TRUE(*DataMessage(ping, Variant(2.5)).getData() == Variant(2.5));
-    EXPECT_TRUE(*DataMessage(ping, 7).getData() == Variant(7));
     EXPECT_EQ(DataMessage(ping, true).getData()->getType(), VariantType::Bool);
+    EXPECT_EQ(DataMessage(ping, 7).getData()->getType(), VariantType::Number);
     EXPECT_TRUE(*DataMessage(ping, "\xE9").getData() == Variant(u"\u00E9"));
     EXPECT_EQ(DataMessage(ping, object.get()).getData()->getLiveObject(), object.get());
     EXPECT_TRUE(DataMessage(ping, static_cast<LiveObject*>(nullptr)).getData()->isNull());
-    Array args;
-    args += 5;
-    ArgumentsMessage withArguments(ping, args);
-    EXPECT_EQ(withArguments.getArgs()[0].getInteger(), 5);
-    *withArguments.getData() = 9; // the answer
-    EXPECT_EQ(withArguments.getData()->getInteger(), 9);
-    EXPECT_EQ(Message(ping).getData(), nullptr);
 }
 
 } // namespace

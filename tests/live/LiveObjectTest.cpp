@@ -39,28 +39,30 @@ TEST_F(LiveObjectTest, FailsWithEverythingOnceItsThingHasDied) {
     ASSERT_EQ(find(*thing, "known"), 0);
     const int known = id;
     thing->invalidate();
-    EXPECT_EQ(find(*thing, "known"), 45);
+    String text = "before";
+    value = 3;
+    const std::function<int()> uses[] = {
+        [&] { return find(*thing, "known"); },
+        [&] { return thing->get(known, value, &err); },
+        [&] { return thing->call(known, Array(), value, nullptr); },
+        [&] { return thing->put(known, 2, nullptr); },
+        [&] { return thing->put("known", 2, 0, nullptr); },
+        [&] { return thing->getNameForID(known, text, library); },
+        [&] { return thing->deleteID(known); },
+        [&] { return thing->deleteDynamicProperties(true); },
+        [&] { return thing->defineIDForName("new", 1, 2); },
+        [&] { return thing->reset(); },
+        [&] { return thing->toString(text); },
+        [&] { return thing->valueOf(value); },
+        [&] { return thing->invoke("known", nullptr); },
+    };
+    for (const auto& use : uses)
+        EXPECT_EQ(use(), 45) << &use - uses;
+    EXPECT_TRUE(text.isEmpty());
+    EXPECT_FALSE(value.isDefined());
     EXPECT_EQ(id, 0);
     EXPECT_EQ(kind, InfoType::Unknown);
-    value = 3;
-    EXPECT_EQ(thing->get(known, value, &err), 45);
-    EXPECT_FALSE(value.isDefined());
     EXPECT_EQ(err.getCode(), 45);
-    String text = "before";
-    EXPECT_EQ(thing->getNameForID(known, text, library), 45);
-    EXPECT_TRUE(text.isEmpty());
-    value = 3;
-    EXPECT_EQ(thing->call(known, Array(), value, nullptr), 45);
-    EXPECT_FALSE(value.isDefined());
-    EXPECT_EQ(thing->put(known, 2, nullptr), 45);
-    EXPECT_EQ(thing->put("known", 2, 0, nullptr), 45);
-    EXPECT_EQ(thing->deleteID(known), 45);
-    EXPECT_EQ(thing->deleteDynamicProperties(true), 45);
-    EXPECT_EQ(thing->defineIDForName("new", 1, 2), 45);
-    EXPECT_EQ(thing->reset(), 45);
-    EXPECT_EQ(thing->toString(text), 45);
-    EXPECT_EQ(thing->valueOf(value), 45);
-    EXPECT_EQ(thing->invoke("known", nullptr), 45);
     EXPECT_TRUE(idsOf(*thing, -1, 45).empty());
     EXPECT_EQ(thing->getType(known), InfoType::Unknown);
     EXPECT_FALSE(*thing == *thing);
@@ -236,15 +238,13 @@ TEST_F(LiveObjectTest, ComparesWhatItIsMadeOf) {
     const auto other = makePlain();
     EXPECT_TRUE(*thing == *other);
     other->setObjectID(5);
-    EXPECT_EQ(other->getObjectID(), 5);
     EXPECT_FALSE(*thing == *other);
-    other->setObjectID(0);
+    thing->setObjectID(5);
     const auto gadget = make<Gadget>();
     other->addComponent(*gadget);
     EXPECT_FALSE(*thing == *other);
     thing->addComponent(*gadget);
     EXPECT_TRUE(*thing == *other);
-    EXPECT_FALSE(*makePlain("One") == *makePlain("Two"));
 }
 
 TEST_F(LiveObjectTest, AdvancesItsStampWithEveryDefinition) {
@@ -270,14 +270,6 @@ TEST_F(LiveObjectTest, AdvancesItsStampWithEveryDefinition) {
     thing->get("a", value, nullptr);
     find(*thing, "b");
     EXPECT_EQ(thing->getDefinitionStamp(), before);
-}
-
-TEST_F(LiveObjectTest, RecordsTheFirstFailureOnly) {
-    EXPECT_EQ(thing->get(7, value, &err), 2);
-    EXPECT_EQ(told(err), "2: {LiveObject(\"Thing\").property(7)} is undefined");
-    EXPECT_EQ(thing->call("run", &err), 2);
-    EXPECT_EQ(err.getCode(), 2);
-    EXPECT_EQ(err.getError()->getNext(), nullptr);
 }
 
 TEST_F(LiveObjectTest, TakesANameThatIsTheTextOfTheResult) {

@@ -22,8 +22,8 @@ struct LivePropertyInfo;
 /// live objects do. Results are 0 (found) or `ErrorCode::NotFound` unless said otherwise.
 class KR_API LivePropertyManager : public Root, public Lockable {
 public:
-    /// Over a table that ends with a null name. Borrowed: it is not copied and must outlive the
-    /// manager. Null is an empty table.
+    /// Over a table that ends with a null name. Borrowed: it is not copied, must outlive the
+    /// manager and stay as it is. Null is an empty table.
     explicit LivePropertyManager(const LivePropertyInfo* table);
     LivePropertyManager();
     ~LivePropertyManager() override;
