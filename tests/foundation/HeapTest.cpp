@@ -25,9 +25,6 @@ public:
 
 std::uintptr_t addressOf(const void* block) { return reinterpret_cast<std::uintptr_t>(block); }
 
-/// Counts a block twice, to make up for one that a flush has subtracted twice.
-void makeUpFor(std::size_t request) { ASSERT_NE(Heap::operator new(request), nullptr); }
-
 } // namespace
 
 TEST(HeapStatistics, CountGrossBytes) {

@@ -1,7 +1,8 @@
 // Starts the library once for all tests of a program and checks at the end that it gave everything
 // back.
 
-#include <krcore/foundation/Heap.h>
+#include "support/HeapFigures.h"
+
 #include <krcore/foundation/InitTerm.h>
 
 #include <gtest/gtest.h>
@@ -9,32 +10,17 @@
 #include <cstdio>
 
 using namespace KrCore;
-
-namespace {
-
-/// The statistics with nothing waiting in the small-block cache. A flush subtracts cached blocks a
-/// second time, so the cache is switched off for the whole run instead, and the figures are exact.
-struct HeapFigures {
-    int blocks = 0;
-    int bytes = 0;
-};
-
-HeapFigures heapFigures() {
-    HeapFigures figures;
-    Heap::getMemoryStatistics(figures.blocks, figures.bytes);
-    return figures;
-}
-
-} // namespace
+using namespace KrCore::Testing;
 
 int main(int argumentCount, char** arguments) {
     testing::InitGoogleTest(&argumentCount, arguments);
-    HeapFigures expected = heapFigures();
+    HeapFigures expected = HeapFigures::now();
     InitTerm::init();
-    const HeapFigures started = heapFigures();
+    const HeapFigures started = HeapFigures::now();
+    // A flush subtracts cached blocks a second time, so the cache is off and the figures are exact.
     Heap::setCacheSize(0);
     // What start-up had left in the cache is subtracted a second time here and never comes back.
-    const HeapFigures flushed = heapFigures();
+    const HeapFigures flushed = HeapFigures::now();
     expected.blocks += flushed.blocks - started.blocks;
     expected.bytes += flushed.bytes - started.bytes;
 #ifdef KR_TEST_MULTI_THREADED
@@ -42,7 +28,7 @@ int main(int argumentCount, char** arguments) {
 #endif
     int result = RUN_ALL_TESTS();
     InitTerm::exit();
-    const HeapFigures after = heapFigures();
+    const HeapFigures after = HeapFigures::now();
     // Shut-down itself adds one to a block count that is not zero.
     if (expected.blocks != 0) ++expected.blocks;
     if (after.blocks != expected.blocks || after.bytes != expected.bytes) {
