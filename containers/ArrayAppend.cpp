@@ -14,8 +14,13 @@ Array& Array::appendValue(Variant&& value) {
     makeUnique();
     const unsigned int index = data_->length;
     Variant& element = data_->make(index);
+    if (value.getType() != VariantType::Array) {
+        element.~Variant();
+        new (&element) Variant(std::move(value));
+        return *this;
+    }
     try {
-        element = std::move(value);
+        element = *value.getArray(); // By the way that keeps arrays from holding themselves.
     } catch (...) {
         data_->cutBack(index);
         throw;

@@ -51,7 +51,7 @@ private:
 Array::Shift::~Shift() {
     if (!sparse_) return;
     // Not committed: only the elements made for the overflow are new, and they lie together.
-    const unsigned int first = from_ + staying_ - from_ + to_;
+    const unsigned int first = to_ + staying_;
     const unsigned int last = first + (moving_ - staying_);
     sparse_->removeIf([first, last](long long key, long long word) {
         if (key >= first && key < last) delete Data::toElement(word);

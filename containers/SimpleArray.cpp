@@ -12,6 +12,8 @@
 
 namespace KrCore {
 
+static_assert(sizeof(SimpleArray) == sizeof(void*), "a handle and nothing else");
+
 namespace {
 
 constexpr int defaultIncrement = 8;

@@ -181,3 +181,30 @@ TEST(TSimpleArray, HoldsPointers) {
     EXPECT_TRUE(array.remove(&two));
     EXPECT_EQ(array.removeAt(0), &one);
 }
+
+TEST(TISimpleArray, HoldsAReferenceOnEachElement) {
+    struct Counted {
+        void addRef() { ++count; }
+        void release() { --count; }
+        int count = 0;
+    } one, two;
+    {
+        TISimpleArray<Counted> array;
+        array += &one;
+        array += &one;
+        array.insert(&two, 0);
+        array += nullptr;
+        TISimpleArray<Counted> copy(array);
+        copy = static_cast<const TISimpleArray<Counted>&>(copy);
+        EXPECT_EQ(one.count, 4);
+        copy.removeAt(0);
+        EXPECT_TRUE(copy.remove(&one));
+        EXPECT_EQ(two.count, 1);
+        array = copy;
+        EXPECT_EQ(one.count, 2);
+        array.erase();
+        EXPECT_EQ(one.count, 1);
+        EXPECT_EQ(copy[0], &one);
+    }
+    EXPECT_EQ(one.count + two.count, 0);
+}

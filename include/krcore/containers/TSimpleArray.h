@@ -1,8 +1,9 @@
 #pragma once
 
-#include <cstdint>
-
 #include <krcore/containers/SimpleArray.h>
+
+#include <cstdint>
+#include <utility>
 
 namespace KrCore {
 
@@ -67,14 +68,11 @@ public:
 
     TISimpleArray() = default;
     TISimpleArray(const TISimpleArray& other) : Heap(), items_(other.items_) { addRefs(); }
-    TISimpleArray(TISimpleArray&& other) noexcept
-        : Heap(), items_(static_cast<TSimpleArray<T>&&>(other.items_)) {}
+    TISimpleArray(TISimpleArray&& other) noexcept : Heap(), items_(std::move(other.items_)) {}
     ~TISimpleArray() { releaseAll(items_); }
     TISimpleArray& operator=(const TISimpleArray& other) {
-        other.addRefs();
-        const TSimpleArray<T> old(items_);
-        items_ = other.items_;
-        releaseAll(old);
+        TISimpleArray copy(other);
+        std::swap(items_, copy.items_);
         return *this;
     }
 
