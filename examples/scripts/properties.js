@@ -17,12 +17,12 @@ print(JSON.stringify(box.bounds), box.contains({x: 2, y: 2}), box.contains({x: 0
 print(box.title("Hat box").resize(5, 5) === box, box.title + "!", box.title.length, String(box));
 
 // The same object is the same in the script, wherever it has been in the meantime.
-box.tags = [box, , {note: "the script's own"}];
-print(box.tags[0] === box, 1 in box.tags, box.tags.length, box.tags[2] === box.tags[2]);
+var other = new Box(2, 10);
+box.tags = [other, , {note: "the script's own"}];
+print(box.tags[0] === other, 1 in box.tags, box.tags.length, box.tags[2] === box.tags[2]);
 print(box.resize === box.resize, box instanceof Box, box.constructor === Box);
 
 // An operator goes by its name; numbers and texts are made as for any object.
-var other = new Box(2, 10);
 print(String(box["+"](other)), box > other, box + 1, String(box));
 
 // Methods can be kept. They remember their object, and take another one of the class.
