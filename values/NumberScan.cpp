@@ -67,14 +67,14 @@ bool scanPlain(const unsigned short* unit, const unsigned short* end, double& va
     if (digitCount > maximalDigits + 1) return false;
     const unsigned short* fraction = end;
     std::uint64_t mantissa = 0;
-    for (std::uint64_t four; end - unit >= 4 && readFourDigits(unit, four); unit += 4) {
-        mantissa = mantissa * 10000 + four;
-    }
-    for (; unit != end; ++unit) {
-        if (isDigit(*unit)) {
-            mantissa = mantissa * 10 + static_cast<unsigned int>(*unit - '0');
+    while (unit != end) {
+        if (std::uint64_t four; end - unit >= 4 && readFourDigits(unit, four)) {
+            mantissa = mantissa * 10000 + four;
+            unit += 4;
+        } else if (isDigit(*unit)) {
+            mantissa = mantissa * 10 + static_cast<unsigned int>(*unit++ - '0');
         } else if (*unit == '.' && fraction == end) {
-            fraction = unit + 1;
+            fraction = ++unit;
             --digitCount;
         } else {
             return false;
