@@ -21,6 +21,9 @@ if(WIN32)
 else()
     find_package(Threads REQUIRED)
     target_link_libraries(krcore PRIVATE Threads::Threads)
+    # Exported functions call each other directly: nobody replaces one of them from outside.
+    target_compile_options(krcore PRIVATE -fno-semantic-interposition)
+    target_link_options(krcore PRIVATE -Wl,-Bsymbolic-functions)
     # Templates of the standard library are visible whatever the options say; the map hides them.
     target_link_options(krcore PRIVATE "-Wl,--version-script=${PROJECT_SOURCE_DIR}/cmake/krcore.map")
     set_property(TARGET krcore APPEND PROPERTY LINK_DEPENDS "${PROJECT_SOURCE_DIR}/cmake/krcore.map")

@@ -10,7 +10,8 @@
 
 namespace KrCore {
 
-constinit String::EmptyBuffer String::empty_ = {{0, 0, 1}, 0};
+// Its count says that it is shared, so that nobody writes to it.
+constinit String::EmptyBuffer String::empty_ = {{0, 0, 2}, 0};
 
 // ---- Buffers ----
 
@@ -54,6 +55,7 @@ StringBuffer::Buffer* StringBuffer::resize(Buffer* buffer, int length) {
 }
 
 StringBuffer::Buffer* StringBuffer::shrink(Buffer* buffer, int length) noexcept {
+    if (capacityFor(length) == capacity(buffer)) return buffer;
     try {
         return resize(buffer, length);
     } catch (const OutOfMemory&) {
@@ -138,19 +140,22 @@ void String::init(int length) {
 
 void String::adjust(int length) {
     if (length <= 0) return erase();
-    if (StringBuffer::isShared(buffer_)) {
+    if (buffer_->isShared()) {
         Buffer* fresh = StringBuffer::allocate(length);
         copyUnits(fresh->units(), buffer_->units(), std::min(length, buffer_->length));
         StringBuffer::release(buffer_);
         buffer_ = fresh;
         return;
     }
-    const std::int64_t unused = std::int64_t(StringBuffer::capacity(buffer_)) - 1 - length;
-    if (unused < 0) {
+    const std::uint32_t capacity = StringBuffer::capacity(buffer_);
+    const auto needed = static_cast<std::uint32_t>(length) + 1;
+    if (needed > capacity) {
         buffer_ = StringBuffer::resize(buffer_, length);
         return;
     }
-    if (unused > StringBuffer::keptSlack) buffer_ = StringBuffer::shrink(buffer_, length);
+    if (capacity - needed > StringBuffer::keptSlack) {
+        buffer_ = StringBuffer::shrink(buffer_, length);
+    }
     buffer_->length = length;
     buffer_->units()[length] = 0;
 }
@@ -168,7 +173,7 @@ void String::erase() {
 }
 
 void String::unique() {
-    if (!StringBuffer::isShared(buffer_)) return;
+    if (!buffer_->isShared()) return;
     Buffer* copy = StringBuffer::copyOf(buffer_);
     StringBuffer::release(buffer_);
     buffer_ = copy;

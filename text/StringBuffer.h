@@ -3,7 +3,6 @@
 #include <krcore/text/String.h>
 
 #include <algorithm>
-#include <atomic>
 #include <bit>
 
 namespace KrCore {
@@ -15,10 +14,10 @@ namespace KrCore {
 struct StringBuffer {
     using Buffer = String::Buffer;
 
-    static constexpr std::uint32_t unshareable = 0x80000000U;
+    static constexpr std::uint32_t unshareable = Buffer::unshareable;
     static constexpr int smallestCapacity = 16;
     /// Units that may lie unused before `adjust` gives them back.
-    static constexpr int keptSlack = 2048;
+    static constexpr std::uint32_t keptSlack = 2048;
 
     static Buffer* empty() noexcept { return &String::empty_.header; }
     static Buffer* of(const String& text) noexcept { return text.buffer_; }
@@ -28,11 +27,6 @@ struct StringBuffer {
     }
     static bool isUnshareable(const Buffer* buffer) noexcept {
         return (buffer->capacityWord & unshareable) != 0;
-    }
-    /// Somebody else would see a write. Acquires what other threads did before they let go.
-    static bool isShared(Buffer* buffer) noexcept {
-        return buffer == empty() ||
-               std::atomic_ref(buffer->refCount).load(std::memory_order_acquire) > 1;
     }
     /// `pointer` leads into this string's buffer, terminator included.
     static bool contains(const String& text, const unsigned short* pointer) noexcept {

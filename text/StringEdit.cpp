@@ -14,7 +14,7 @@ namespace KrCore {
 
 void String::append(const String& text) { append(text.wstr(), text.length()); }
 
-void String::append(unsigned short ch) {
+void String::appendToFullBuffer(unsigned short ch) {
     const int end = length();
     adjust(StringBuffer::checkedLength(std::int64_t(end) + 1));
     buffer_->units()[end] = ch;

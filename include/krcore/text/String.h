@@ -3,6 +3,7 @@
 #include <krcore/foundation/Export.h>
 #include <krcore/foundation/Heap.h>
 
+#include <atomic>
 #include <compare>
 #include <cstdarg>
 #include <cstdint>
@@ -22,19 +23,18 @@ enum class CRLFEncoding : int { Default = 0, CRLF = 1, CR = 2, LF = 3 };
 /// buffer: copying shares it, the first write to a shared buffer makes a copy. Any sequence of
 /// units is valid text, lone surrogates and U+0000 included.
 ///
-/// - A unit is an `unsigned short`. 8-bit text (`const char*`) is widened byte by byte (ISO 8859-1)
-/// unless
-///   an `Encoder` is given. A null pointer is the empty text, whatever its type.
-/// - Positions and lengths count units. A length of -1 runs to the terminator or to the end.
-/// Positions out of
-///   range are clipped; nothing here faults.
-/// - Arguments may be the string itself or point into its buffer.
-/// - A string holds up to `maxLength` units; what would be longer, and what the heap cannot supply,
-/// throws
-///   `std::bad_alloc` and leaves the string as it was.
-/// - Different strings may share a buffer across threads (after `InitTerm::setMT`); one string must
-/// not be
-///   changed by two threads at once. No string with text may outlive `InitTerm::exit`.
+/// A unit is an `unsigned short`. 8-bit text (`const char*`) is widened byte by byte (ISO 8859-1)
+/// unless an `Encoder` is given. A null pointer is the empty text, whatever its type.
+///
+/// Positions and lengths count units. A length of -1 runs to the terminator or to the end.
+/// Positions out of range are clipped; nothing here faults. Arguments may be the string itself or
+/// point into its buffer.
+///
+/// A string holds up to `maxLength` units; what would be longer, and what the heap cannot supply,
+/// throws `OutOfMemory` and leaves the string as it was.
+///
+/// Different strings may share a buffer across threads (after `InitTerm::setMT`); one string must
+/// not be changed by two threads at once. No string with text may outlive `InitTerm::exit`.
 class KR_API String : public Heap {
 public:
     /// Units without the terminator; a longer buffer has no heap block to live in.
@@ -116,7 +116,12 @@ public:
     /// @{
     void append(const String& text);
     void append(char ch) { append(widened(ch)); }
-    void append(unsigned short ch);
+    void append(unsigned short ch) {
+        if (!buffer_->hasRoomForUnit()) return appendToFullBuffer(ch);
+        const int end = buffer_->length++;
+        buffer_->units()[end] = ch;
+        buffer_->units()[end + 1] = 0;
+    }
     void append(char16_t ch) { append(static_cast<unsigned short>(ch)); }
     void append(const char* text, int length = -1);
     void append(const unsigned short* text, int length = -1);
@@ -254,16 +259,18 @@ public:
     /// Replaces the text by `fmt` with its directives filled in:
     /// `%[-+0][width][.precision][hlHL]conversion`, width and precision as digits or `*`.
     ///
-    /// - `d` prints a 32-bit `int`; `u o x b` (also in upper case) print the low 16 bits of an
-    /// `int`, with `l` all
-    ///   32: `l` never means C's `long`. `p` prints the low 32 bits in hexadecimal, 16 places wide.
-    /// - `c` is a byte, `s` 8-bit text in the default encoding; with `l` a unit and 16-bit text. A
-    /// precision cuts
-    ///   the text. Null prints "(null)".
-    /// - `e f n g` print a `double` (`n` like `f`) with at most 14 places behind the point and 17
-    /// digits before
-    ///   zeros follow; never with the host's locale.
-    /// - Any other character behind `%` stands for itself; `S` prints nothing. `-` beats `0`.
+    /// `d` prints a 32-bit `int`; `u`, `o`, `x` and `b` the low 16 bits of an `int`, with `l` all
+    /// 32
+    /// (`l` never means C's `long`); `p` the low 32 bits of a pointer in hexadecimal, 16 wide.
+    ///
+    /// `c` prints a byte and `s` 8-bit text, both in the default encoding, with `l` a unit and
+    /// 16-bit text. A precision cuts the text. Null is "(null)". `S` takes its argument and prints
+    /// nothing.
+    ///
+    /// `e`, `f`, `g` and `n` (like `f`) print a `double`, at most 14 places behind the point and
+    /// zeros after 17 characters; the host's locale has no say.
+    ///
+    /// Any other character behind `%` stands for itself. `-` beats `0`.
     ///
     /// Widths and precisions that cannot fit into a string throw like any text that is too long.
     /// @{
@@ -279,8 +286,8 @@ public:
     /// escapes.
     String escape(bool unicode) const;
 
-    /// Reads one literal or bare token off the front of this string into `result`. On failure both
-    /// the string and the consumed text stay.
+    /// Reads one literal or bare token off the front of this string into `result`. On failure this
+    /// string stays whole.
     bool parse(String& result);
 
     /// Reads one script literal in single or double quotes, or a bare token up to the end of the
@@ -308,7 +315,8 @@ public:
     /// @name Character sets
     /// A null `encoder` is the default one. Results are error codes of the encoder, 0 for success.
     /// Encoded text is borrowed: it belongs to the calling thread and lasts until that thread's
-    /// next conversion. Four zero bytes stand behind it.
+    /// next conversion. Four zero bytes stand behind it. After a failure it is
+    /// empty, and `decode` leaves the string as it was.
     /// @{
     const char* encode(const Encoder* encoder) const;
     int encode(const char*& out, int& length, const Encoder* encoder) const;
@@ -327,14 +335,23 @@ public:
 private:
     /// Stands before the units of every buffer; its order and its 12 bytes are fixed.
     struct Buffer {
+        static constexpr std::uint32_t unshareable = 0x80000000U;
+
         std::int32_t length;
-        std::uint32_t
-            capacityWord; ///< Capacity - 1; the top bit marks a buffer that is never shared.
+        /// Capacity - 1; the top bit marks a buffer that is never shared.
+        std::uint32_t capacityWord;
         std::int32_t refCount;
 
         unsigned short* units() noexcept { return reinterpret_cast<unsigned short*>(this + 1); }
         const unsigned short* units() const noexcept {
             return reinterpret_cast<const unsigned short*>(this + 1);
+        }
+        /// Somebody else would see a write. Acquires what other threads did before they let go.
+        bool isShared() noexcept {
+            return std::atomic_ref(refCount).load(std::memory_order_acquire) > 1;
+        }
+        bool hasRoomForUnit() noexcept {
+            return !isShared() && std::uint32_t(length) < (capacityWord & ~unshareable);
         }
     };
     struct EmptyBuffer {
@@ -342,6 +359,8 @@ private:
         unsigned short terminator;
     };
     friend struct StringBuffer;
+
+    void appendToFullBuffer(unsigned short ch);
 
     static unsigned short widened(char ch) noexcept { return static_cast<unsigned char>(ch); }
 
