@@ -40,6 +40,8 @@ Array& Array::operator+=(const char16_t* text) { return appendValue(Variant(text
 
 Array& Array::operator+=(int number) { return appendValue(Variant(number)); }
 
+Array& Array::operator+=(unsigned int number) { return appendValue(Variant(number)); }
+
 Array& Array::operator+=(double number) { return appendValue(Variant(number)); }
 
 Array& Array::operator+=(bool value) { return appendValue(Variant(value)); }

@@ -185,12 +185,13 @@ TEST(ArrayAppend, TakesEveryKindOfValue) {
     array += u"units";
     array += String("text");
     array += 1;
-    array += 1.5;
+    array += 4000000000U;
     array += true;
     array += Point(1, 2);
     array += static_cast<LiveObject*>(nullptr);
     EXPECT_EQ(array.length(), 8U);
     EXPECT_TRUE(array[1].getString() == "units");
+    EXPECT_TRUE(array[4].getString() == "4000000000");
     EXPECT_TRUE(array[7].isNull());
 
     Array holey(2000);

@@ -67,6 +67,7 @@ public:
     Array& operator+=(const unsigned short* text);
     Array& operator+=(const char16_t* text);
     Array& operator+=(int number);
+    Array& operator+=(unsigned int number);
     Array& operator+=(double number);
     Array& operator+=(bool value);
     Array& operator+=(LiveObject& object);
