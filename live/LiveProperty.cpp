@@ -47,7 +47,7 @@ int LiveProperty::get(Variant& value) const {
 int LiveProperty::put(const Variant& value) {
     if ((flags_ & notWrittenBit) && !has(PropertyFlag::WriteOnce)) return ErrorCode::ReadOnly;
     // Kept: even a read-only property takes one write, its initialisation
-    // (held by LiveProperty.TakesOneWriteWhenItIsReadOnly).
+    // (held by LiveObjectTest.AllowsOneWriteToReadOnlyProperties).
     flags_ &= ~static_cast<unsigned>(PropertyFlag::WriteOnce);
     setValue(value);
     return ErrorCode::Ok;

@@ -70,19 +70,11 @@ TEST_F(BroadcasterTest, KnowsWhetherAnybodyWouldListen) {
     EXPECT_FALSE(broadcaster.isListening(ping));
     broadcaster.addListener(ear, MessageID::All);
     EXPECT_TRUE(broadcaster.isListening(ping));
+    broadcaster = Broadcaster(broadcaster); // neither copies listeners nor drops them
+    EXPECT_FALSE(Broadcaster(broadcaster).isListening(ping));
+    EXPECT_TRUE(broadcaster.isListening(ping));
     broadcaster.removeListener(ear, MessageID::All);
     EXPECT_FALSE(broadcaster.isListening(negative));
-}
-
-TEST_F(BroadcasterTest, CopiesNoListeners) {
-    Ear& ear = named('1');
-    broadcaster.addListener(ear, ping);
-    Broadcaster copy(broadcaster);
-    EXPECT_FALSE(copy.isListening(ping));
-    copy = broadcaster;
-    EXPECT_FALSE(copy.isListening(ping));
-    broadcaster = Broadcaster();
-    EXPECT_TRUE(broadcaster.isListening(ping));
 }
 
 TEST_F(BroadcasterTest, SetsTheSenderForTheTimeOfTheDelivery) {
@@ -142,18 +134,6 @@ TEST_F(BroadcasterTest, CallsNobodyTwiceHoweverOftenItRegistersAgain) {
     EXPECT_FALSE(broadcaster.broadcast(ping));
     EXPECT_GT(calls, 0);
     EXPECT_LE(calls, count);
-}
-
-TEST_F(BroadcasterTest, ReachesAListenerAddedDuringTheDelivery) {
-    Ear& late = named('2');
-    Ear first([&](Message&) {
-        log += '1';
-        broadcaster.addListener(late, ping);
-        return false;
-    });
-    broadcaster.addListener(first, ping);
-    broadcaster.broadcast(ping);
-    EXPECT_EQ(log, "12");
 }
 
 TEST_F(BroadcasterTest, MayBeEmptiedOrDestroyedByAListener) {
@@ -221,16 +201,6 @@ TEST_F(BroadcasterTest, GivesEverythingBackWhenMemoryRunsOut) {
         for (auto& ear : many)
             own.removeListener(*ear, MessageID::All);
     });
-}
-
-TEST(DataMessage, CarriesWhatItIsMadeOf) {
-    const auto object = makePlain();
-    EXPECT_EQ(DataMessage(ping).getData()->getType(), VariantType::Undefined);
-    EXPECT_EQ(DataMessage(ping, true).getData()->getType(), VariantType::Bool);
-    EXPECT_EQ(DataMessage(ping, 7).getData()->getType(), VariantType::Number);
-    EXPECT_TRUE(*DataMessage(ping, "\xE9").getData() == Variant(u"\u00E9"));
-    EXPECT_EQ(DataMessage(ping, object.get()).getData()->getLiveObject(), object.get());
-    EXPECT_TRUE(DataMessage(ping, static_cast<LiveObject*>(nullptr)).getData()->isNull());
 }
 
 } // namespace

@@ -180,27 +180,4 @@ TEST(LivePropertyManager, GivesEverythingBackWhenMemoryRunsOut) {
     });
 }
 
-TEST(LiveProperty, TakesOneWriteWhenItIsReadOnly) {
-    const struct {
-        unsigned flags;
-        InfoType kind;
-        int firstPut, secondPut;
-    } cases[] = {{0, InfoType::ReadWrite, 0, 0},         {1, InfoType::ReadOnly, 0, 46},
-                 {2, InfoType::ReadWrite, 0, 0},         {5, InfoType::Method, 0, 46},
-                 {6, InfoType::CallableReadWrite, 0, 0}, {7, InfoType::CallableReadOnly, 0, 46}};
-    const auto owner = makePlain();
-    for (const auto& row : cases) {
-        SCOPED_TRACE(row.flags);
-        LiveProperty record(*owner, "name", 3, row.flags);
-        EXPECT_EQ(record.getKind(), row.kind);
-        EXPECT_EQ(record.put(Variant(1)), row.firstPut);
-        EXPECT_EQ(record.put(Variant(2)), row.secondPut);
-        Variant value;
-        EXPECT_EQ(record.get(value), 0);
-        EXPECT_EQ(value.getInteger(), row.secondPut ? 1 : 2);
-        EXPECT_EQ(record.call(*owner, Array(), value, nullptr), 24);
-        EXPECT_FALSE(value.isDefined());
-    }
-}
-
 } // namespace
