@@ -31,7 +31,8 @@ class InterfacePtr;
 ///
 /// Results are error codes unless said otherwise: 0 success, 2 not found, 45 when the object is
 /// invalid; names and values that would have been returned are empty then. A failure is also
-/// recorded into an `Error` that is given and empty. One thread uses an object at a time.
+/// recorded into an `Error` that is given and empty. One thread uses an object at a time, and
+/// whoever calls it holds a reference meanwhile.
 class KR_API LiveObject : public LiveBase, public Broadcaster, public Listener {
 public:
     /// `dynamic` objects take new properties by name.
