@@ -62,6 +62,7 @@ Error::Error(int code, const String& text, bool localize) : Error() {
 Error::Error(const Error& other) noexcept : Heap(), head_(other.head_->share()) {}
 
 Error& Error::operator=(const Error& other) noexcept {
+    if (this == &other) return *this;
     ErrorHead* shared = other.head_->share();
     head_->release();
     head_ = shared;
