@@ -93,6 +93,45 @@ inline int identicalCount(std::uint32_t foreignMask) {
     return foreignMask ? std::countr_zero(foreignMask) : blockSize;
 }
 
+/// Copies whole groups of blocks without foreign bytes: long stretches of them go twice as fast.
+template <Identity identity, class Sink>
+void copyGroups(ByteSource& in, Sink& out) {
+    constexpr int groupSize = 4 * blockSize;
+    while (in.remaining() >= groupSize && out.room() >= groupSize) {
+        const unsigned char* bytes = in.next;
+        if (foreignBytes<identity>(bytes) | foreignBytes<identity>(bytes + blockSize) |
+            foreignBytes<identity>(bytes + 2 * blockSize) |
+            foreignBytes<identity>(bytes + 3 * blockSize))
+            return;
+        for (int i = 0; i < groupSize; i += blockSize)
+            out.putWidened(bytes + i, blockSize);
+        in.next += groupSize;
+    }
+}
+
+template <Identity identity, class Sink>
+void copyGroups(UnitSource& in, Sink& out) {
+    constexpr int groupSize = 2 * blockSize;
+    while (in.remaining() >= groupSize && out.room() >= groupSize) {
+        const unsigned short* units = in.next;
+        if (foreignUnits<identity>(units) | foreignUnits<identity>(units + blockSize)) return;
+        out.putNarrowed(units, blockSize);
+        out.putNarrowed(units + blockSize, blockSize);
+        in.next += groupSize;
+    }
+}
+
+/// Runs one conversion on copies of its two ends, which the compiler can keep in registers.
+template <class Input, class Sink, class Work>
+Stop onCopies(Input& source, Sink& sink, Work work) {
+    Input in = source;
+    Sink out = sink;
+    const Stop stop = work(in, out);
+    source = in;
+    sink = out;
+    return stop;
+}
+
 /// Copies the ASCII characters at the front of `source`, as many as there is room for.
 template <class Sink>
 void copyAscii(ByteSource& source, Sink& sink) {

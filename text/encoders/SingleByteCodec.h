@@ -15,6 +15,19 @@ public:
 
     template <class Sink>
     Stop decode(ByteSource& source, Sink& sink, bool /*flush*/) const {
+        return onCopies(source, sink,
+                        [this](ByteSource& in, Sink& out) { return decodeAll(in, out); });
+    }
+
+    template <class Sink>
+    Stop encode(UnitSource& source, Sink& sink) const {
+        return onCopies(source, sink,
+                        [this](UnitSource& in, Sink& out) { return encodeAll(in, out); });
+    }
+
+private:
+    template <class Sink>
+    Stop decodeAll(ByteSource& source, Sink& sink) const {
         while (source.remaining() >= blockSize && sink.room() >= blockSize) {
             const std::uint32_t foreign = foreignBytes<identity>(source.next);
             const bool isDone = hasFew(foreign) ? decodeBlock(source, sink, foreign)
@@ -28,7 +41,7 @@ public:
     }
 
     template <class Sink>
-    Stop encode(UnitSource& source, Sink& sink) const {
+    Stop encodeAll(UnitSource& source, Sink& sink) const {
         while (source.remaining() >= blockSize && sink.room() >= blockSize) {
             const std::uint32_t foreign = foreignUnits<identity>(source.next);
             const bool isDone = hasFew(foreign) ? encodeBlock(source, sink, foreign)
@@ -41,7 +54,6 @@ public:
         return table_->byteOf(*source.next) == ByteTable::noByte ? Stop::Invalid : Stop::OutputFull;
     }
 
-private:
     /// Whether it pays to take a block as a whole and then look up its few foreign characters.
     static bool hasFew(std::uint32_t foreign) {
         foreign &= foreign - 1;

@@ -100,8 +100,11 @@ private:
             const int count = identicalCount(foreign);
             out.putWidened(in.next, count);
             in.next += count;
-            if (!foreign) continue;
-            int safe = std::min(in.remaining() / 4, out.room() / 2);
+            if (!foreign) {
+                copyGroups<Identity::Ascii>(in, out);
+                continue;
+            }
+            int safe = std::min(in.remaining() >> 2, out.room() >> 1);
             while (safe > 0 && decodeWord(in, out))
                 --safe;
             if (in.isEmpty() || *in.next >= 0x80) break;
@@ -151,8 +154,11 @@ private:
             const int count = identicalCount(foreign);
             out.putNarrowed(in.next, count);
             in.next += count;
-            if (!foreign) continue;
-            int safe = std::min(in.remaining() / 2, out.room() / 4);
+            if (!foreign) {
+                copyGroups<Identity::Ascii>(in, out);
+                continue;
+            }
+            int safe = std::min(in.remaining() >> 1, out.room() >> 2);
             while (safe > 0 && encodeWord(in, out))
                 --safe;
             if (in.isEmpty() || *in.next >= 0x80) break;
