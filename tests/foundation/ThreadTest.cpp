@@ -232,7 +232,7 @@ class Mortal : public Refcountable {};
 } // namespace
 
 TEST(WeakRefThreads, NeverReachADyingObject) {
-    for (int round = 0; round < 300; ++round) {
+    for (int round = 0; round < 100; ++round) {
         auto* target = new Mortal;
         WeakRef<Mortal> shared(target);
         std::atomic<int> waiting = 3;
