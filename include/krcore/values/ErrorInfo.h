@@ -35,6 +35,8 @@ public:
     const Cloneable* getData() const { return data_; }
     /// The value that the error is about; an undefined one when there is none. Never null, owned by
     /// the record and made on the first call, which may therefore run out of memory.
+    /// Copies of one error have it in common; threads that share them copy the value before they
+    /// convert it.
     const Variant* getErrorData() const;
 
 private:
