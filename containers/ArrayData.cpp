@@ -71,7 +71,7 @@ void Array::Data::copyElements(const Data& source) {
     source.sparse->visitItems([this](long long key, long long word) {
         std::unique_ptr<Variant> element(new Variant(*toElement(word)));
         sparse->set(key, toWord(element.get()));
-        element.release();
+        (void)element.release();
     });
 }
 

@@ -69,9 +69,11 @@ struct Array::Data : Heap {
     template <class Visit>
     void visitElements(Visit&& visit) const;
 
-    /// Moves an element as bytes over an undefined one; where it was is raw memory then.
-    static void relocate(Variant* target, Variant* source) noexcept {
-        std::memcpy(static_cast<void*>(target), source, sizeof(Variant));
+    /// Moves elements as bytes to raw memory or over undefined elements; where they were is raw
+    /// memory then.
+    static void relocate(Variant* target, const Variant* source, unsigned int count) noexcept {
+        const void* bytes = source;
+        std::memmove(static_cast<void*>(target), bytes, count * sizeof(Variant));
     }
     static Variant* toElement(long long word) {
         return reinterpret_cast<Variant*>(static_cast<std::intptr_t>(word));

@@ -2,8 +2,6 @@
 
 #include "containers/ArrayData.h"
 
-#include <cstring>
-
 namespace KrCore {
 
 /// Elements taken out of a record, destroyed when the record is whole again: the end of a live
@@ -28,7 +26,7 @@ public:
     /// Takes `count` elements as bytes; what is left behind is raw memory.
     void takeDense(Variant* elements, unsigned int count) noexcept {
         if (count == 0) return;
-        std::memcpy(static_cast<void*>(dense_.dense->slots()), elements, count * sizeof(Variant));
+        Data::relocate(dense_.dense->slots(), elements, count);
         dense_.dense->used = count;
     }
     void takeSparse(long long word) noexcept { sparse_[sparseUsed_++] = word; }

@@ -2,7 +2,6 @@
 #include "containers/ArrayDiscard.h"
 
 #include <algorithm>
-#include <cstring>
 #include <memory>
 #include <utility>
 
@@ -108,7 +107,7 @@ void Array::Shift::planOverflow() {
         if (!data_.dense->slots()[index].isDefined()) continue;
         std::unique_ptr<Variant> element(new Variant);
         sparse_->set(index - from_ + to_, Data::toWord(element.get()));
-        element.release();
+        (void)element.release();
     }
 }
 
@@ -119,13 +118,13 @@ void Array::Shift::commit() noexcept {
         for (unsigned int index = from_ + staying_; index < used_; ++index) {
             const long long word = sparse_->find(index - from_ + to_);
             if (word) {
-                Data::relocate(Data::toElement(word), slots + index);
+                Data::relocate(Data::toElement(word), slots + index, 1);
             } else {
                 slots[index].~Variant();
             }
         }
         discard.takeDense(slots + kept_, dropped_);
-        std::memmove(static_cast<void*>(slots + to_), slots + from_, staying_ * sizeof(Variant));
+        Data::relocate(slots + to_, slots + from_, staying_);
         for (unsigned int index = kept_; staying_ > 0 && index < to_; ++index) {
             new (slots + index) Variant();
         }
@@ -143,7 +142,7 @@ void Array::Shift::moveSparse(Discard& discard) noexcept {
             unsigned int target = 0;
             const Fate fate = fateOf(key, target);
             if (fate == Fate::BecomesDense) {
-                Data::relocate(data_.dense->slots() + target, Data::toElement(word));
+                Data::relocate(data_.dense->slots() + target, Data::toElement(word), 1);
                 Heap::operator delete(Data::toElement(word));
             } else if (fate == Fate::Goes) {
                 discard.takeSparse(word);

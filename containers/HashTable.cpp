@@ -23,8 +23,8 @@ HashTable::HashTable(const HashTable& other) : Heap(), table_(share(other.table_
 HashTable::~HashTable() { release(table_); }
 
 HashTable& HashTable::operator=(const HashTable& other) {
-    if (table_ == other.table_) return *this;
-    release(std::exchange(table_, share(other.table_)));
+    HashTable copy(other);
+    std::swap(table_, copy.table_);
     return *this;
 }
 

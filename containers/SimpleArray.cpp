@@ -9,6 +9,7 @@
 #include <atomic>
 #include <climits>
 #include <cstring>
+#include <utility>
 
 namespace KrCore {
 
@@ -55,10 +56,8 @@ SimpleArray::SimpleArray(const SimpleArray& other) : Heap(), buffer_(share(other
 SimpleArray::~SimpleArray() { release(); }
 
 SimpleArray& SimpleArray::operator=(const SimpleArray& other) {
-    if (buffer_ == other.buffer_) return *this;
-    Buffer* shared = share(other);
-    release();
-    buffer_ = shared;
+    SimpleArray copy(other);
+    std::swap(buffer_, copy.buffer_);
     return *this;
 }
 
