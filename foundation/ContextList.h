@@ -4,7 +4,13 @@
 #include "foundation/RuntimeState.h"
 #include "platform/ThreadLocal.h"
 
+#include <atomic>
+
 namespace KrCore {
+
+inline bool isRunning() {
+    return std::atomic_ref(runtime.initCount).load(std::memory_order_relaxed) > 0;
+}
 
 /// The calling thread's context if it has one; for the heap, which looks at every block. Null or
 /// retired while the library is down.

@@ -5,8 +5,6 @@
 #include "foundation/ContextList.h"
 #include "foundation/HeapBlocks.h"
 
-#include <krcore/foundation/InitTerm.h>
-
 #include <algorithm>
 #include <cstring>
 
@@ -28,13 +26,15 @@ inline Context* presentHeapContext() {
     return presentContext();
 }
 
-Context* findHeapContext() {
-    if (Context* overriding = runtime.globals.context) return overriding;
+/// The same, made when needed; null when it cannot be had.
+inline Context* findHeapContext() {
+    Context* context = presentHeapContext();
+    if (context && !context->isRetired) [[likely]]
+        return context;
     return findContext();
 }
 
-void count(std::uint32_t blocks, std::uint32_t bytes) {
-    Context* context = findHeapContext();
+inline void count(Context* context, std::uint32_t blocks, std::uint32_t bytes) {
     if (!context) return countForNobody(blocks, bytes);
     context->cache.blocks.add(blocks);
     context->cache.bytes.add(bytes);
@@ -46,7 +46,7 @@ void* ask(Allocator& allocator, std::uint32_t gross, const SourceLine* place) {
 }
 
 void requireUsable(std::size_t byteCount) {
-    if (!InitTerm::isInitialized() || byteCount > BlockHeader::maxRequest) throw OutOfMemory();
+    if (!isRunning() || byteCount > BlockHeader::maxRequest) throw OutOfMemory();
 }
 
 /// A block that does not come from the cache.
@@ -63,7 +63,7 @@ void requireUsable(std::size_t byteCount) {
     }
     auto* header = static_cast<BlockHeader*>(memory);
     header->word = gross | owner;
-    count(1, gross);
+    count(findHeapContext(), 1, gross);
     return header->block();
 }
 
@@ -91,11 +91,12 @@ inline void* allocate(std::size_t byteCount, const SourceLine* place) {
 
 /// A block that did not fit into the cache, or whose thread has no context yet.
 [[gnu::noinline]] void freeBeyondCache(void* block) noexcept {
-    if (!block || !InitTerm::isInitialized()) return;
+    if (!block || !isRunning()) return;
+    const bool hadContext = presentHeapContext() != nullptr;
     Context* context = findHeapContext();
-    if (context && putCached(context->cache, block)) return;
+    if (!hadContext && context && putCached(context->cache, block)) return;
     BlockHeader* header = BlockHeader::of(block);
-    count(-1U, 0U - header->gross());
+    count(context, -1U, 0U - header->gross());
     giveBack(header);
 }
 
@@ -132,7 +133,7 @@ void* resize(void* block, std::size_t byteCount, OldBlock fate) {
     }
     auto* moved = static_cast<BlockHeader*>(memory);
     moved->word = newGross | owner;
-    count(0, newGross - oldGross);
+    count(findHeapContext(), 0, newGross - oldGross);
     return moved->block();
 }
 

@@ -124,9 +124,7 @@ void InitTerm::exit() {
     }
 }
 
-bool InitTerm::isInitialized() {
-    return std::atomic_ref(runtime.initCount).load(std::memory_order_relaxed) > 0;
-}
+bool InitTerm::isInitialized() { return isRunning(); }
 
 void InitTerm::atExit(void (*function)()) {
     if (!function || !exitFunctions) return;
