@@ -52,7 +52,7 @@ private:
     int deletionListeners_ = 0; // registrations under deletion IDs
     Lock* lock_ = nullptr;      // owned; null single-threaded
     SimpleArray ids_;           // the keys of byID_, so that removing a listener allocates nothing
-    mutable int lastID_ = 0;    // what was looked up last, null before and after changes
+    mutable int lastID_ = 0;    // the last answer of lookUpList
     mutable SimpleArray* lastList_ = nullptr;
     int deliveries_ = 0;         // that are going on, one within the other
     bool hasEmptyLists_ = false; // that a delivery in progress keeps from being dropped

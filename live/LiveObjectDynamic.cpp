@@ -28,7 +28,7 @@ LiveProperty* LiveObject::addProperty(const String& name, int id, unsigned flags
 }
 
 LiveProperty* LiveObject::findProperty(int id) const {
-    if (!data_) return nullptr;
+    if (!isUsable()) return nullptr;
     LiveProperty* record = data_->properties.find(id);
     if (record) data_->properties.touch(*record);
     return record;
