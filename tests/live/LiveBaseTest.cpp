@@ -47,9 +47,7 @@ TEST(LiveBaseText, UsesNamesAndClassNames) {
     EXPECT_EQ(textOf(*shape, Shape::Width), "width");
     EXPECT_EQ(textOf(*shape, 0x1FF10000), "Shape()");
     EXPECT_EQ(textOf(*makePlain(""), 0x1FF10000), "Object()");
-    const auto gadget = make<Gadget>();
-    EXPECT_EQ(textOf(*gadget, 0x1FF10000), "LiveObject()");
-    EXPECT_EQ(textOf(*gadget, 1, false, 2), "{LiveObject(\"LiveObject\").property(1)}");
+    EXPECT_EQ(textOf(*make<Gadget>(), 0x1FF10000), "LiveObject()");
 }
 
 TEST(LiveBaseText, PutsArgumentsIntoMessagesVerbatim) {
@@ -63,24 +61,6 @@ TEST(LiveBaseText, PutsArgumentsIntoMessagesVerbatim) {
     EXPECT_EQ(narrow(text), "me is undefined");
     EXPECT_EQ(thing->getErrorText(text, 2, 7, false), 2);
     EXPECT_EQ(narrow(text), "{LiveObject(\"Thing\").property(7)} is undefined");
-}
-
-TEST(LiveBaseText, RecordsOnlyTheFirstFailure) {
-    const auto shape = make<Shape>();
-    Error err;
-    EXPECT_EQ(shape->setError(2, Shape::Width, &err, false), 2);
-    EXPECT_EQ(shape->setError(46, Shape::Area, &err, false), 46);
-    EXPECT_EQ(told(err), "2: width is undefined");
-}
-
-TEST(LiveBase, AnswersTypeTags) {
-    const auto thing = makePlain();
-    EXPECT_EQ(static_cast<LiveObject*>(thing->getAs(TypeTag::Object)), thing.get());
-    EXPECT_EQ(thing->getAs(TypeTag::Collection), nullptr);
-    *static_cast<Variant*>(thing->getAs(TypeTag::Value)) = 4;
-    Variant answer;
-    EXPECT_EQ(thing->valueOf(answer), 0);
-    EXPECT_EQ(answer.getInteger(), 4);
 }
 
 } // namespace
