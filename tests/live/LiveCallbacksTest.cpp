@@ -202,7 +202,6 @@ protected:
     InterfacePtr<LiveObject> thing = makePlain();
     std::string written;
     Variant value;
-    Error err;
 };
 
 TEST_F(LiveComponentsTest, AreCountedAndReleased) {
