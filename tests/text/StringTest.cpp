@@ -46,6 +46,18 @@ TEST(StringConstruction, WidensBytesAndDecodesUtf32) {
     EXPECT_EQ(String(withZero, 3).length(), 3);
 }
 
+TEST(StringConstruction, WidensSingleBytesEverywhere) {
+    String s;
+    s.setup('\xE9', 2);
+    s.insert('\xFF', 0);
+    s.set(1, '\xC9');
+    EXPECT_EQ(s, u"\u00FF\u00C9\u00E9");
+    EXPECT_EQ(s.find('\xE9'), 2);
+    EXPECT_EQ(s.replaceAll('\xE9', '\xE8'), 1);
+    EXPECT_EQ(s.replace('\xC9', '\xC8'), 1);
+    EXPECT_EQ('\xA9' + s, u"\u00A9\u00FF\u00C8\u00E8");
+}
+
 TEST(StringAssignment, SurvivesItsOwnText) {
     String s("abcdef");
     s = *&s;

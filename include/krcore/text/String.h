@@ -5,6 +5,7 @@
 
 #include <atomic>
 #include <compare>
+#include <concepts>
 #include <cstdarg>
 #include <cstdint>
 #include <cstring>
@@ -23,8 +24,8 @@ enum class CRLFEncoding : int { Default = 0, CRLF = 1, CR = 2, LF = 3 };
 /// buffer: copying shares it, the first write to a shared buffer makes a copy. Any sequence of
 /// units is valid text, lone surrogates and U+0000 included.
 ///
-/// A unit is an `unsigned short`. 8-bit text (`const char*`) is widened byte by byte (ISO 8859-1)
-/// unless an `Encoder` is given. A null pointer is the empty text, whatever its type.
+/// A unit is an `unsigned short`. 8-bit text (`const char*`, `char`) is widened byte by byte
+/// (ISO 8859-1) unless an `Encoder` is given. A null pointer is the empty text, whatever its type.
 ///
 /// Positions and lengths count units. A length of -1 runs to the terminator or to the end.
 /// Positions out of range are clipped; nothing here faults. Arguments may be the string itself or
@@ -85,11 +86,12 @@ public:
 
     /// Replaces one unit; an index outside the text is ignored.
     void set(int index, unsigned short ch);
+    void set(int index, std::same_as<char> auto ch) { set(index, widened(ch)); }
 
     const unsigned short* begin() const noexcept { return wstr(); }
     const unsigned short* end() const noexcept { return wstr() + length(); }
 
-    /// The empty string of the library, for results by reference.
+    /// The empty string of the library, for results by reference. Lives from start-up to shut-down.
     static const String& emptyString();
     /// @}
 
@@ -103,6 +105,7 @@ public:
     void adjust(int length);
     /// `count` copies of `ch`; none when `count` is not positive.
     void setup(unsigned short ch, int count);
+    void setup(std::same_as<char> auto ch, int count) { setup(widened(ch), count); }
     void clear();
     void erase();
     /// Makes the buffer this string's own. Every changing member does so by itself.
@@ -146,6 +149,7 @@ public:
     /// Inserts before `pos`, which is clipped to 0 ... `length()`.
     void insert(const String& text, int pos);
     void insert(unsigned short ch, int pos);
+    void insert(std::same_as<char> auto ch, int pos) { insert(widened(ch), pos); }
     void insert(const char* text, int pos);
     void insert(const unsigned short* text, int pos);
 
@@ -196,6 +200,9 @@ public:
     /// `start`. In `reverse`: the last match that begins at or before `start` (negative: the end).
     int find(const String& text, int start = 0, bool reverse = false) const;
     int find(unsigned short ch, int start = 0, bool reverse = false) const;
+    int find(std::same_as<char> auto ch, int start = 0, bool reverse = false) const {
+        return find(widened(ch), start, reverse);
+    }
     int find(const char* text, int start = 0, bool reverse = false) const;
     int find(const unsigned short* text, int start = 0, bool reverse = false) const;
 
@@ -211,6 +218,9 @@ public:
     /// inserted text is not searched again, and the empty text matches nowhere.
     /// @{
     int replace(unsigned short what, unsigned short with, int start = 0);
+    int replace(std::same_as<char> auto what, std::same_as<char> auto with, int start = 0) {
+        return replace(widened(what), widened(with), start);
+    }
     int replace(const String& what, const String& with, int start = 0);
     int replace(const String& what, const char* with, int start = 0);
     int replace(const String& what, const unsigned short* with, int start = 0);
@@ -222,6 +232,9 @@ public:
     int replace(const unsigned short* what, const unsigned short* with, int start = 0);
 
     int replaceAll(unsigned short what, unsigned short with, int start = 0);
+    int replaceAll(std::same_as<char> auto what, std::same_as<char> auto with, int start = 0) {
+        return replaceAll(widened(what), widened(with), start);
+    }
     int replaceAll(const String& what, const String& with, int start = 0);
     int replaceAll(const String& what, const char* with, int start = 0);
     int replaceAll(const String& what, const unsigned short* with, int start = 0);
@@ -259,9 +272,9 @@ public:
     /// Replaces the text by `fmt` with its directives filled in:
     /// `%[-+0][width][.precision][hlHL]conversion`, width and precision as digits or `*`.
     ///
-    /// `d` prints a 32-bit `int`; `u`, `o`, `x` and `b` the low 16 bits of an `int`, with `l` all
-    /// 32
-    /// (`l` never means C's `long`); `p` the low 32 bits of a pointer in hexadecimal, 16 wide.
+    /// `d` prints a 32-bit `int`; `u`, `o`, `x` and `b` the low 16 bits of an `int`, with `l` the
+    /// whole (`l` never means C's `long`); `p` the low 32 bits of a pointer in hexadecimal, 16
+    /// wide.
     ///
     /// `c` prints a byte and `s` 8-bit text, both in the default encoding, with `l` a unit and
     /// 16-bit text. A precision cuts the text. Null is "(null)". `S` takes its argument and prints
@@ -315,8 +328,8 @@ public:
     /// @name Character sets
     /// A null `encoder` is the default one. Results are error codes of the encoder, 0 for success.
     /// Encoded text is borrowed: it belongs to the calling thread and lasts until that thread's
-    /// next conversion. Four zero bytes stand behind it. After a failure it is
-    /// empty, and `decode` leaves the string as it was.
+    /// next conversion. Four zero bytes stand behind it. After a failure it is empty, and `decode`
+    /// leaves the string as it was.
     /// @{
     const char* encode(const Encoder* encoder) const;
     int encode(const char*& out, int& length, const Encoder* encoder) const;
@@ -378,6 +391,9 @@ private:
 
 /// For texts that begin with a literal; `+` of a string and a literal is a member.
 inline String operator+(const char* left, const String& right) { return String(left) + right; }
+
+/// Without this one a character and the string's pointer would be added up.
+inline String operator+(char left, const String& right) { return String() + left + right; }
 
 } // namespace KrCore
 
