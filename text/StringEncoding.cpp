@@ -52,19 +52,19 @@ constexpr int roomForFailure = 4;
 
 int decodeBytes(const char* bytes, int count, const Encoder& encoder, bool flush, String& result) {
     int consumed = 0;
-    int room = encoder.getUnicodeLength(bytes, count, consumed);
+    std::int64_t room = encoder.getUnicodeLength(bytes, count, consumed);
     // With room to go on, the encoder meets the sequence that it cannot decode and says what is
     // wrong.
     if (consumed != count) room += roomForFailure;
     String decoded;
-    decoded.init(room);
+    decoded.init(StringBuffer::checkedLength(room));
     consumed = count;
-    int written = room;
+    int written = decoded.length();
     const int code =
         encoder.toUnicode(bytes, consumed, StringBuffer::of(decoded)->units(), written, flush);
     if (code != ErrorCode::Ok) return code;
     if (flush && consumed != count) return ErrorCode::CharacterConversion;
-    if (written != room) decoded.adjust(written);
+    if (written != decoded.length()) decoded.adjust(written);
     StringBuffer::replaceContents(result, std::move(decoded));
     return ErrorCode::Ok;
 }
@@ -122,7 +122,10 @@ int String::decode(const unsigned int* text) {
 }
 
 void String::localize(const Array* args) {
-    StringBuffer::replaceContents(*this, Localizer::localize(*this, args));
+    String localized = Localizer::localize(*this, args);
+    // It may be a text that the localizer keeps, which must not take on the mark of this buffer.
+    if (StringBuffer::isUnshareable(buffer_)) localized.adjust(localized.length());
+    StringBuffer::replaceContents(*this, std::move(localized));
 }
 
 } // namespace KrCore

@@ -1,12 +1,10 @@
 #include <krcore/containers/Array.h>
 #include <krcore/foundation/Callbacks.h>
 #include <krcore/text/Localizer.h>
-#include <krcore/text/String.h>
 #include <krcore/values/Variant.h>
 
 #include "support/FailingAllocator.h"
-
-#include <gtest/gtest.h>
+#include "support/TextSupport.h"
 
 using namespace KrCore;
 
@@ -42,6 +40,28 @@ private:
     static bool answer(String& text, const char* reply) {
         text = reply ? reply : "spoilt by somebody who does not answer";
         return reply != nullptr;
+    }
+};
+
+/// Hands out a text of its own.
+class Keeper : public Localizer {
+public:
+    const String kept{"kept"};
+
+protected:
+    bool localizeText(String& text) const override {
+        text = kept;
+        return true;
+    }
+};
+
+/// Empties the stack it is asked from.
+class Restless : public Localizer {
+protected:
+    bool localizeText(String&) const override {
+        while (Localizer::pop()) {
+        }
+        return false;
     }
 };
 
@@ -92,10 +112,10 @@ TEST_F(LocalizerTest, FillsPlaceholders) {
                 {"$$$/A=%3", "%1^C\\n"}, // Verbatim.
                 {"", ""}};
     for (const auto& row : rows)
-        EXPECT_TRUE(Localizer::localize(row.text, &args) == row.localized) << row.text;
-    EXPECT_TRUE(localized("%1, %2") == ", ");
+        EXPECT_EQ(Localizer::localize(row.text, &args), row.localized) << row.text;
+    EXPECT_EQ(localized("%1, %2"), ", ");
     const Array holes(2);
-    EXPECT_TRUE(Localizer::localize("<%2>", &holes) == "<undefined>");
+    EXPECT_EQ(Localizer::localize("<%2>", &holes), "<undefined>");
 }
 
 TEST_F(LocalizerTest, ReplacesPairs) {
@@ -115,7 +135,7 @@ TEST_F(LocalizerTest, ReplacesPairs) {
                 {u"$$$/A=one\ntwo", u"one\ntwo"},
                 {u"$$$/A", u""}};
     for (const auto& row : rows)
-        EXPECT_TRUE(zString(row.text) == row.replaced) << String(row.text).encode(nullptr);
+        EXPECT_EQ(zString(row.text), row.replaced);
 }
 
 TEST_F(LocalizerTest, AsksTheCurrentLocalizerThenTheStackFromTheTop) {
@@ -124,20 +144,20 @@ TEST_F(LocalizerTest, AsksTheCurrentLocalizerThenTheStackFromTheTop) {
     Localizer::push(bottom);
     Localizer::push(top);
     bottom.keyText = "bottom";
-    EXPECT_TRUE(localized("$$$/K=x\ny") == "bottom");
-    EXPECT_TRUE(current.askedKey == "$$$/K=x\\ny");
-    EXPECT_TRUE(top.askedKey == "$$$/K=x\\ny") << "each is offered the text as it was";
-    EXPECT_TRUE(top.askedExtra.isEmpty());
+    EXPECT_EQ(localized("$$$/K=x\ny"), "bottom");
+    EXPECT_EQ(current.askedKey, "$$$/K=x\\ny");
+    EXPECT_EQ(top.askedKey, "$$$/K=x\\ny") << "each is offered the text as it was";
+    EXPECT_EQ(top.askedExtra, "");
     top.keyText = "top";
-    EXPECT_TRUE(localized("$$$/K=x") == "top");
+    EXPECT_EQ(localized("$$$/K=x"), "top");
     current.keyText = "current ^C";
-    EXPECT_TRUE(localized("$$$/K=x") == u"current \u00A9");
-    EXPECT_TRUE(localized("literal") == "literal") << "nobody answers";
+    EXPECT_EQ(localized("$$$/K=x"), u"current \u00A9");
+    EXPECT_EQ(localized("literal"), "literal") << "nobody answers";
     bottom.literalText = "translated %%";
-    EXPECT_TRUE(localized("literal") == "translated %");
+    EXPECT_EQ(localized("literal"), "translated %");
     Localizer::usePerContext(false);
     EXPECT_EQ(&Localizer::get(), &Localizer::getDefault());
-    EXPECT_TRUE(localized("$$$/K=x") == "x");
+    EXPECT_EQ(localized("$$$/K=x"), "x");
 }
 
 TEST_F(LocalizerTest, KeepsAStackAndACurrentLocalizer) {
@@ -164,18 +184,18 @@ TEST_F(LocalizerTest, NamesTheLocaleToTranslateFor) {
     const String users = Localizer::getLocale();
     EXPECT_TRUE(users.length() >= 2 && Localizer::getLocale() == users);
     localized("$$$/K=");
-    EXPECT_TRUE(source.askedLocale == users);
+    EXPECT_EQ(source.askedLocale, users);
     source.locale = "xx";
-    EXPECT_TRUE(Localizer::getLocale() == "xx") << "neither normalised nor remembered";
+    EXPECT_EQ(Localizer::getLocale(), "xx") << "neither normalised nor remembered";
     localized("$$$/K=");
-    EXPECT_TRUE(source.askedLocale == "xx");
+    EXPECT_EQ(source.askedLocale, "xx");
     LocaleOfTheHost host;
     Callbacks::set(&host);
     localized("$$$/K=");
     Callbacks::set(nullptr);
-    EXPECT_TRUE(source.askedLocale == "ga_IE");
+    EXPECT_EQ(source.askedLocale, "ga_IE");
     source.locale = nullptr;
-    EXPECT_TRUE(Localizer::getLocale() == users);
+    EXPECT_EQ(Localizer::getLocale(), users);
 }
 
 TEST_F(LocalizerTest, OffersErrorMessages) {
@@ -183,50 +203,47 @@ TEST_F(LocalizerTest, OffersErrorMessages) {
     Localizer::push(source);
     String text = "$$$/Err7=Default ^C";
     EXPECT_FALSE(Localizer::getErrorMessage(7, text));
-    EXPECT_TRUE(text == u"Default \u00A9");
+    EXPECT_EQ(text, u"Default \u00A9");
     source.errorText = "$$$/Other=Resolved \\t";
     EXPECT_TRUE(Localizer::getErrorMessage(7, text));
-    EXPECT_TRUE(text == "Resolved \t");
+    EXPECT_EQ(text, "Resolved \t");
     source.errorText = "plain \\t";
     EXPECT_TRUE(Localizer::getErrorMessage(7, text));
-    EXPECT_TRUE(text == "plain \\t");
+    EXPECT_EQ(text, "plain \\t");
     EXPECT_FALSE(Localizer::getErrorMessage(8, text));
 }
 
 TEST_F(LocalizerTest, ConvertsCaseAndCompares) {
     Source source;
     Localizer::push(source);
-    EXPECT_TRUE(Localizer::caseConvert(u"Stra\u00DFe \u00E4", false) == u"STRA\u00DFE \u00C4");
-    EXPECT_TRUE(Localizer::caseConvert("Abc", true) == "abc");
+    EXPECT_EQ(Localizer::caseConvert(u"Stra\u00DFe \u00E4", false), u"STRA\u00DFE \u00C4");
+    EXPECT_EQ(Localizer::caseConvert("Abc", true), "abc");
     EXPECT_EQ(Localizer::compare("a", "c"), -2);
     source.caseText = "own";
     source.order = 5;
-    EXPECT_TRUE(Localizer::caseConvert("Abc", true) == "own");
+    EXPECT_EQ(Localizer::caseConvert("Abc", true), "own");
     EXPECT_EQ(Localizer::compare("a", "c"), 5);
 }
 
-namespace {
-
-/// Changes the stack it is asked from.
-class Restless : public Localizer {
-protected:
-    bool localizeText(String&) const override {
-        while (Localizer::pop()) {
-        }
-        return false;
-    }
-};
-
-} // namespace
-
 TEST_F(LocalizerTest, SurvivesALocalizerThatEmptiesTheStack) {
-    Source source;
-    Restless restless;
-    source.literalText = "answer";
-    Localizer::push(source);
+    const Keeper keeper;
+    const Restless restless;
+    Localizer::push(keeper);
     Localizer::push(restless);
-    EXPECT_TRUE(localized("text") == "answer");
-    EXPECT_TRUE(localized("text") == "text");
+    EXPECT_EQ(localized("text"), "kept");
+    EXPECT_EQ(localized("text"), "text");
+}
+
+TEST_F(LocalizerTest, LeavesTheTextOfALocalizerUnmarked) {
+    const Keeper keeper;
+    Localizer::set(&keeper);
+    String marked("text");
+    marked.makeUnique();
+    marked.localize(nullptr);
+    EXPECT_EQ(marked, "kept");
+    EXPECT_NE(marked.wstr(), keeper.kept.wstr());
+    EXPECT_NE(String(marked).wstr(), marked.wstr());
+    EXPECT_EQ(String(keeper.kept).wstr(), keeper.kept.wstr());
 }
 
 TEST_F(LocalizerTest, GivesEverythingBackWhenMemoryIsShort) {
