@@ -1,6 +1,7 @@
 #include <krcore/text/Strings16.h>
 
 #include "text/CaseMapping.h"
+#include "text/UnitSearch.h"
 
 #include <climits>
 
@@ -24,13 +25,6 @@ int compare(const unsigned short* a, const unsigned short* b, int count) {
         if (difference != 0 || *a == 0 || *b == 0) return difference;
     }
     return 0;
-}
-
-bool startsWith(const unsigned short* text, const unsigned short* start) {
-    for (; *start != 0; ++text, ++start) {
-        if (*text != *start) return false;
-    }
-    return true;
 }
 
 } // namespace
@@ -80,10 +74,8 @@ const unsigned short* strchr16(const unsigned short* text, unsigned short unit) 
 const unsigned short* strstr16(const unsigned short* text, const unsigned short* needle) {
     needle = orEmpty(needle);
     if (*needle == 0 || !text) return text;
-    for (; *text != 0; ++text) {
-        if (*text == *needle && startsWith(text, needle)) return text;
-    }
-    return nullptr;
+    const int found = KrCore::findText(text, strlen16(text), needle, strlen16(needle));
+    return found < 0 ? nullptr : text + found;
 }
 
 const unsigned short* memchr16(const unsigned short* units, unsigned short unit, int count) {
