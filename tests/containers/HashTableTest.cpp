@@ -340,7 +340,8 @@ TEST(THashTable, HoldsPointers) {
     table.set("two", &two);
     EXPECT_EQ(*table["two"], 2);
     EXPECT_TRUE(*table.findKey(&one) == "one");
-    table.forEach([](const String&, const int* item) { return *item == 1; });
+    const auto isOne = [](const String&, const int* item) { return *item == 1; };
+    table.forEach(isOne);
     EXPECT_EQ(table.find("TWO", true), nullptr);
     EXPECT_EQ(table.remove("ONE", true), &one);
 }

@@ -2,6 +2,10 @@
 
 #include <krcore/containers/HashTable.h>
 
+#include <cstdint>
+#include <memory>
+#include <type_traits>
+
 namespace KrCore {
 
 /// A `HashTable` whose values are pointers to `T`, borrowed: it owns nothing and counts no
@@ -33,12 +37,13 @@ public:
     /// is removed.
     template <class Visit>
     void forEach(Visit&& visit) {
+        using Callee = std::remove_reference_t<Visit>;
         HashTable::forEach(
             [](const String& key, long long* value, long long data) -> bool {
-                auto& call = *reinterpret_cast<Visit*>(static_cast<std::intptr_t>(data));
+                auto& call = *reinterpret_cast<Callee*>(static_cast<std::intptr_t>(data));
                 return call(key, toPointer(*value));
             },
-            reinterpret_cast<std::intptr_t>(&visit));
+            reinterpret_cast<std::intptr_t>(std::addressof(visit)));
     }
 
 private:
