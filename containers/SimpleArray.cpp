@@ -56,6 +56,7 @@ SimpleArray::SimpleArray(const SimpleArray& other) : Heap(), buffer_(share(other
 SimpleArray::~SimpleArray() { release(); }
 
 SimpleArray& SimpleArray::operator=(const SimpleArray& other) {
+    if (buffer_ == other.buffer_) return *this; // It keeps the mark of `makeUnique`.
     SimpleArray copy(other);
     std::swap(buffer_, copy.buffer_);
     return *this;

@@ -13,7 +13,7 @@ namespace KrCore {
 /// the increment (8 at first).
 ///
 /// No position faults: see the members for what is clipped and what is absorbed. What needs more
-/// memory than there is throws `std::bad_alloc` and leaves the array as it was.
+/// memory than there is throws `OutOfMemory` and leaves the array as it was.
 class KR_API SimpleArray : public Heap {
 public:
     SimpleArray() : buffer_(&emptyBuffer_) {}
