@@ -104,27 +104,18 @@ void HashTable::removeData(long long value) {
 void HashTable::erase() { release(std::exchange(table_, nullptr)); }
 
 void HashTable::getKeys(TSimpleArray<const String>& keys) const {
-    TSimpleArray<const String> result;
-    result.setSize(length());
-    int index = 0;
-    for (int bucket = 0; table_ && bucket < table_->buckets.length(); ++bucket) {
-        for (const Item* item = table_->head(bucket); item; item = item->next) {
-            result.set(index++, &item->key);
-        }
-    }
-    keys = result;
+    keys.setSize(length());
+    if (length() == 0) return;
+    long long* word = &static_cast<SimpleArray&>(keys)[0];
+    table_->visitItems(
+        [&word](const Item& item) { *word++ = TSimpleArray<const String>::toWord(&item.key); });
 }
 
 void HashTable::getData(SimpleArray& values) const {
-    SimpleArray result;
-    result.setSize(length());
-    int index = 0;
-    for (int bucket = 0; table_ && bucket < table_->buckets.length(); ++bucket) {
-        for (const Item* item = table_->head(bucket); item; item = item->next) {
-            result[index++] = item->value;
-        }
-    }
-    values = result;
+    values.setSize(length());
+    if (length() == 0) return;
+    long long* word = &values[0];
+    table_->visitItems([&word](const Item& item) { *word++ = item.value; });
 }
 
 /// Keeps the table alive and its buckets in place.
@@ -169,12 +160,9 @@ void HashTable::forEach(bool (*visit)(const String& key, long long* value, long 
 }
 
 HashTable& HashTable::operator+=(const HashTable& other) {
-    const HashTable source(other);
-    for (int bucket = 0; source.table_ && bucket < source.table_->buckets.length(); ++bucket) {
-        for (const Item* item = source.table_->head(bucket); item; item = item->next) {
-            set(item->key, item->value, false);
-        }
-    }
+    const HashTable source(other); // Setting in a shared table leaves the items of `source` alone.
+    if (!source.table_) return *this;
+    source.table_->visitItems([this](const Item& item) { set(item.key, item.value); });
     return *this;
 }
 

@@ -1,5 +1,6 @@
 #include "containers/HashTableData.h"
 
+#include "containers/BucketLoad.h"
 #include "foundation/AtomicCount.h"
 
 #include <atomic>
@@ -12,14 +13,8 @@ namespace KrCore {
 namespace {
 
 constexpr int firstBucketCount = 16;
-constexpr int growAbovePercent = 50;
-constexpr int shrinkBelowPercent = 30;
 /// Chains of so few items are walked faster than a whole key is hashed.
 constexpr int itemsWithoutIndex = 8;
-
-int percentInUse(int items, int buckets) {
-    return static_cast<int>(static_cast<long long>(items) * 100 / buckets);
-}
 
 /// The smallest index of which the items fill no more than half.
 int indexCapacity(int items) {
@@ -197,7 +192,7 @@ void HashTable::Table::grow() {
     const int bucketCount = buckets.length();
     if (bucketCount == 0) {
         buckets.setSize(firstBucketCount);
-    } else if (walkers == 0 && percentInUse(count, bucketCount) > growAbovePercent) {
+    } else if (walkers == 0 && BucketLoad::isHigh(count, bucketCount)) {
         rehash(bucketCount * 2);
     }
 }
@@ -211,8 +206,7 @@ void HashTable::Table::shrink() noexcept {
         return;
     }
     try {
-        while (buckets.length() > firstBucketCount &&
-               percentInUse(count, buckets.length()) < shrinkBelowPercent) {
+        while (buckets.length() > firstBucketCount && BucketLoad::isLow(count, buckets.length())) {
             rehash(buckets.length() / 2);
         }
     } catch (const OutOfMemory&) {

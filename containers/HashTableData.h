@@ -107,6 +107,15 @@ struct HashTable::Table : Heap {
     int bucketOf(const Item& item) const {
         return static_cast<int>(item.hash % static_cast<std::uint32_t>(buckets.length()));
     }
+    /// Calls `visit(const Item&)` in iteration order; it must not change the table.
+    template <class Visit>
+    void visitItems(Visit&& visit) const {
+        for (const long long word : buckets) {
+            for (const Item* item = Item::of(word); item; item = item->next) {
+                visit(*item);
+            }
+        }
+    }
     void endWalk() noexcept;
 
     int refCount = 1;
@@ -129,9 +138,9 @@ private:
     void rehash(int bucketCount);
     void makeIndex(int capacity);
     void reserveIndex(int itemCount);
-    /// Whether `item` stands before `other`, both in one chain. Items go to the front of their
-    /// chain, and each rehash turns all chains round; so ranks rise or fall towards the front in
-    /// turn.
+    /// Whether `item` stands before `other`, both with one short hash. Items go to the front of
+    /// their chain, and each rehash turns those of one hash round; so their ranks rise or fall
+    /// towards the front in turn. Items of different hashes may be mixed when chains join.
     bool isBefore(const Item& item, const Item& other) const {
         return isReversed ? item.stamp < other.stamp : item.stamp > other.stamp;
     }

@@ -1,5 +1,7 @@
 #include <krcore/containers/SparseArray.h>
 
+#include "containers/BucketLoad.h"
+
 #include <utility>
 
 namespace KrCore {
@@ -7,12 +9,6 @@ namespace KrCore {
 namespace {
 
 constexpr int firstBucketCount = 32;
-constexpr int growAbovePercent = 50;
-constexpr int shrinkBelowPercent = 30;
-
-int percentInUse(int items, int buckets) {
-    return static_cast<int>(static_cast<long long>(items) * 100 / buckets);
-}
 
 } // namespace
 
@@ -72,7 +68,7 @@ void SparseArray::grow() {
     const int bucketCount = buckets_.length();
     if (bucketCount == 0) {
         buckets_.setSize(firstBucketCount);
-    } else if (percentInUse(count_, bucketCount) > growAbovePercent) {
+    } else if (BucketLoad::isHigh(count_, bucketCount)) {
         rehash(bucketCount * 2);
     }
 }
@@ -100,7 +96,7 @@ void SparseArray::smartShrink() {
         buckets_.erase();
         return;
     }
-    if (percentInUse(count_, bucketCount) >= shrinkBelowPercent) return;
+    if (!BucketLoad::isLow(count_, bucketCount)) return;
     try {
         // Kept: 32 buckets become 16, and those 32 again, though the table never starts with 16.
         // Hosts see the step in the order of keys (held by
@@ -142,20 +138,21 @@ void SparseArray::erase() {
     buckets_.erase();
 }
 
+/// One word per item. In place: `operator[]` would ask for each whether the array is shared.
+template <class Pick>
+void SparseArray::fill(SimpleArray& words, Pick&& pick) const {
+    words.setSize(count_);
+    if (count_ == 0) return;
+    long long* word = &words[0];
+    visitItems([&](long long key, long long value) { *word++ = pick(key, value); });
+}
+
 void SparseArray::getKeys(SimpleArray& keys) const {
-    SimpleArray result;
-    result.setSize(count_);
-    long long* element = count_ > 0 ? &result[0] : nullptr;
-    visitItems([&element](long long key, long long) { *element++ = key; });
-    keys = result;
+    fill(keys, [](long long key, long long) { return key; });
 }
 
 void SparseArray::getData(SimpleArray& values) const {
-    SimpleArray result;
-    result.setSize(count_);
-    long long* element = count_ > 0 ? &result[0] : nullptr;
-    visitItems([&element](long long, long long value) { *element++ = value; });
-    values = result;
+    fill(values, [](long long, long long value) { return value; });
 }
 
 void SparseArray::forEach(bool (*visit)(long long key, long long* value, long long data),

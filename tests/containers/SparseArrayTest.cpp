@@ -48,6 +48,12 @@ TEST(SparseArray, TellsKeysOfOneBucketApart) {
     EXPECT_EQ(map[5 + (1LL << 31)], 10 + (1LL << 32));
     EXPECT_EQ(map.findKey(-10), -5);
     EXPECT_EQ(map.findKey(12345), -1);
+
+    SimpleArray values;
+    values.setIncrement(100);
+    map.getData(values);
+    EXPECT_EQ(values.length(), 4);
+    EXPECT_EQ(values.getIncrement(), 100) << "the array was replaced, not filled";
 }
 
 TEST(SparseArray, StepsBetween32And16BucketsWhenSparse) {

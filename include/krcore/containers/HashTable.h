@@ -17,7 +17,8 @@ class String;
 ///
 /// Tables are values: copying shares the items until either side writes. Pointers and references to
 /// keys are borrowed and last until the next member that writes, on this table or on the one it
-/// shares its items with. One table belongs to one thread at a time.
+/// shares its items with. One table belongs to one thread at a time. What needs more memory than
+/// there is throws `OutOfMemory` and leaves the items as they were; `+=` may stop half-way then.
 class KR_API HashTable : public Heap {
 public:
     HashTable() = default;
@@ -44,7 +45,7 @@ public:
     void removeData(long long value);
     void erase();
 
-    /// Fill the array with one element per item, in iteration order.
+    /// Make the length of the array that of the table and fill it in iteration order.
     void getKeys(TSimpleArray<const String>& keys) const;
     void getData(SimpleArray& values) const;
     /// Calls `visit` for each item. It may write the value through the pointer; when it returns

@@ -11,6 +11,9 @@ namespace KrCore {
 /// Iteration goes bucket by bucket, within a bucket from the item inserted last; the order changes
 /// whenever the table grows or shrinks. Copies are deep: items are never shared between two maps.
 /// Only `removeData` and `erase` give buckets back; `remove` never does.
+///
+/// One map belongs to one thread at a time. What needs more memory than there is throws
+/// `OutOfMemory` and leaves the items as they were; `+=` may stop half-way then.
 class KR_API SparseArray : public Heap {
 public:
     SparseArray() = default;
@@ -36,7 +39,7 @@ public:
     void removeIf(Test&& test);
     void erase();
 
-    /// Fill `keys` or `values` with one element per item, in iteration order.
+    /// Make the length of the array that of the map and fill it in iteration order.
     void getKeys(SimpleArray& keys) const;
     void getData(SimpleArray& values) const;
     /// Calls `visit` for the items present now, in iteration order, until it returns false. It may
@@ -77,6 +80,8 @@ private:
     Item* findItem(long long key) const;
     Item* head(int bucket) const { return Item::of(buckets_.getData()[bucket]); }
     int bucketOf(long long key) const;
+    template <class Pick>
+    void fill(SimpleArray& words, Pick&& pick) const;
     void grow();
     void rehash(int bucketCount);
 
