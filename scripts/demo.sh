@@ -28,7 +28,7 @@ cd "$top/examples/scripts"
 run() { # <standard input> <krhost argument>...
     local input=$1
     shift
-    say "krhost $*"
+    say "krhost $*" 2>&1
     "$krhost" "$@" < "$input" 2>&1
 }
 
@@ -39,4 +39,4 @@ run /dev/null text.js
 run /dev/null errors.js
 run /dev/null memory.js
 run /dev/null --trace trace.js
-run /dev/null uncaught.js || say "exit status $?"
+run /dev/null uncaught.js || say "exit status $?" 2>&1

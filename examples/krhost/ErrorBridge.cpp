@@ -34,7 +34,7 @@ private:
 /// `new IOError(message)`: an error made by the engine, so that it knows file and line, under the
 /// prototype of the class. Works without `new` as well.
 duk_ret_t constructError(duk_context* context) {
-    duk_get_global_literal(context, "Error");
+    ScriptEngine::of(context).errors().pushErrorClass(context);
     duk_dup(context, 0);
     duk_new(context, 1);
     duk_push_current_function(context);
@@ -75,6 +75,7 @@ void ErrorBridge::install(CallFrame& frame) {
         rememberClass(frame, frame.text);
         duk_pop(frame.context);
     }
+    errorClass_ = classes_.at("Error");
     for (const char* name : addedClasses) {
         frame.text = name;
         defineClass(frame, frame.text);
@@ -100,7 +101,7 @@ void ErrorBridge::defineClass(CallFrame& frame, const String& name) {
     duk_def_prop(context, -3, DUK_DEFPROP_HAVE_VALUE | DUK_DEFPROP_FORCE);
 
     duk_push_object(context); // the prototype
-    duk_push_heapptr(context, classes_.find("Error")->second);
+    pushErrorClass(context);
     duk_get_prop_literal(context, -1, "prototype");
     duk_set_prototype(context, -3);
     duk_pop(context);
@@ -116,6 +117,10 @@ void ErrorBridge::defineClass(CallFrame& frame, const String& name) {
     duk_dup(context, -3);
     duk_def_prop(context, -3, plainProperty);
     duk_pop_2(context);
+}
+
+void ErrorBridge::pushErrorClass(duk_context* context) const {
+    duk_push_heapptr(context, errorClass_);
 }
 
 void ErrorBridge::pushClass(CallFrame& frame, const String& name) {

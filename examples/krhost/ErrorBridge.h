@@ -31,6 +31,9 @@ public:
     /// The same with an argument for the message.
     duk_ret_t raise(CallFrame& frame, int code, const char* argument);
 
+    /// Pushes the language's own `Error`, whatever a script has put in the place of the global.
+    void pushErrorClass(duk_context* context) const;
+
     /// Records the script value at a stack index, which was thrown, in `frame.error`.
     void record(CallFrame& frame, duk_idx_t index);
 
@@ -43,6 +46,7 @@ private:
 
     ScriptEngine& engine_;
     std::map<KrCore::String, void*> classes_; // constructors, which the stash keeps alive
+    void* errorClass_ = nullptr;              // the one of "Error"
     std::shared_ptr<KeptValue> pending_;      // while a thrown value is being kept
 };
 

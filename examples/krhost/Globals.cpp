@@ -89,7 +89,6 @@ void removeDangers(duk_context* context) {
     duk_del_prop_literal(context, -1, "Duktape");
     duk_get_prop_literal(context, -1, "String");
     duk_del_prop_literal(context, -1, "fromBufferRaw");
-    duk_del_prop_literal(context, -2, "TextDecoder");
     duk_pop_2(context);
 }
 

@@ -244,8 +244,7 @@ duk_ret_t ObjectTraps::ownKeys(CallFrame& frame) {
         }
         TextBridge::push(context, frame.name);
         duk_dup_top(context);
-        duk_push_true(context);
-        duk_put_prop(context, targetIndex);
+        duk_def_prop(context, targetIndex, DUK_DEFPROP_SET_WEC); // past any setter of the prototype
         duk_put_prop_index(context, -2, count++);
     }
     return 1;

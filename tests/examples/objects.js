@@ -121,4 +121,12 @@ check("until collected", heapStats().liveObjects === before);
 check("no engine access", typeof Duktape === "undefined" && String.fromBufferRaw === undefined);
 check("names of errors", new InternalError("x") instanceof Error && FatalError("y").name === "FatalError");
 
+
+// Scripts that replace what everybody uses, or put a setter in the way of a listing.
+Object.defineProperty(Box.prototype, "area", {set: function () { throw new Error("never asked"); }});
+check("listing", Object.keys(box).length === 8);
+var RealError = Error;
+Error = RangeError = null;
+check("classes", new IOError("x") instanceof RealError && failure(function () { box.width = -1; }) === 41);
+
 print(checks + " checks");
