@@ -30,19 +30,18 @@ Thread::Thread() {
 }
 
 Thread::~Thread() {
-    if (Platform::ThreadGate* gate = gate_.exchange(nullptr)) Platform::leaveGate(gate);
+    if (gate_) Platform::leaveGate(gate_);
 }
 
 void Thread::start() {
-    if (error_ != 0) return;
-    if (Platform::ThreadGate* gate = gate_) Platform::openGate(gate);
+    if (error_ == 0) Platform::openGate(gate_);
 }
 
-// The active flag comes last: once it is down, the owner may delete the object.
+// The gate stays with the object, so that a late start meets one that is open already. The active
+// flag comes last: once it is down, the owner may delete the object.
 unsigned int Thread::go(void* thread) {
     auto* self = static_cast<Thread*>(thread);
     self->run();
-    if (Platform::ThreadGate* gate = self->gate_.exchange(nullptr)) Platform::leaveGate(gate);
     self->active_.store(false, std::memory_order_release);
     return 0;
 }

@@ -47,7 +47,7 @@ public:
 private:
     static unsigned int go(void* thread);
 
-    std::atomic<Platform::ThreadGate*> gate_ = nullptr;
+    Platform::ThreadGate* gate_ = nullptr;
     unsigned int id_ = 0;
     int error_ = 0;
     std::atomic<bool> active_ = true;
