@@ -45,14 +45,20 @@ void* ask(Allocator& allocator, std::uint32_t gross, const SourceLine* place) {
                  : allocator.allocBlock(gross);
 }
 
-void requireUsable(std::size_t byteCount) {
-    if (!isRunning() || byteCount > BlockHeader::maxRequest) throw OutOfMemory();
+void requireRunning() {
+    if (!isRunning()) throw OutOfMemory();
+}
+
+/// The gross size, unless it is one that a header cannot hold.
+std::uint32_t requireGross(std::size_t byteCount) {
+    if (byteCount > BlockHeader::maxRequest) throw OutOfMemory();
+    return BlockHeader::grossFor(byteCount);
 }
 
 /// A block that does not come from the cache.
 [[gnu::noinline]] void* allocateFresh(std::size_t byteCount, const SourceLine* place) {
-    requireUsable(byteCount);
-    const std::uint32_t gross = BlockHeader::grossFor(byteCount);
+    requireRunning();
+    const std::uint32_t gross = requireGross(byteCount);
     const unsigned int owner = allocatorRegistry.current.load(std::memory_order_acquire);
     Allocator& allocator = allocatorRegistry.at(owner);
     void* memory = ask(allocator, gross, place);
@@ -112,11 +118,11 @@ inline void freeBlock(void* block) noexcept {
 enum class OldBlock { Abandon, Move };
 
 void* resize(void* block, std::size_t byteCount, OldBlock fate) {
-    requireUsable(byteCount);
+    requireRunning();
     if (!block) return nullptr;
     BlockHeader* header = BlockHeader::of(block);
     const std::uint32_t oldGross = header->gross();
-    const std::uint32_t newGross = BlockHeader::grossFor(byteCount);
+    const std::uint32_t newGross = requireGross(byteCount);
     if (newGross == oldGross) return block;
 
     const unsigned int owner = header->owner();

@@ -124,6 +124,7 @@ TEST(Heap, RefusesSizesThatItCannotDescribe) {
         EXPECT_THROW(Heap::operator new(size), OutOfMemory);
         EXPECT_THROW(Heap::operator new[](size, __FILE__, __LINE__), std::bad_alloc);
         EXPECT_THROW(Heap::reAlloc(block, size), OutOfMemory);
+        EXPECT_EQ(Heap::reAlloc(nullptr, size), nullptr);
     }
     EXPECT_EQ(static_cast<char*>(block)[15], 7);
     Heap::operator delete(block);
