@@ -75,7 +75,7 @@ void stopAllocators() {
         if (Allocator* allocator = entry) allocator->flush();
     }
     // Kept: a count that is not back at 0 is made to look worse by one.
-    markRemainingBlocks(); // held by InitTermTest
+    markRemainingBlocks(); // held by InitTerm.LeavesBehindWhatWasLostAndMarksIt
     Allocator* builtIn = allocatorRegistry.entries[0].exchange(nullptr);
     if (!builtIn) return;
     builtIn->~Allocator();

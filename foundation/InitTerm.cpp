@@ -90,7 +90,6 @@ void shutDown() {
     if (Context* context = findContext()) delete std::exchange(context->extension, nullptr);
     Heap::operator delete(std::exchange(startupPath, nullptr));
     stopModules();
-    runtime.uiEnabled = false;
     isShuttingDown = false;
 }
 

@@ -9,7 +9,8 @@ namespace KrCore {
 /// them one at a time, and joins or stops its other threads before the last `exit`.
 class KR_API InitTerm {
 public:
-    /// Throws `OutOfMemory` when the library cannot be started; the count is 0 again then.
+    /// Throws `OutOfMemory` when the library cannot be started; the count is 0 again then. Inside
+    /// the shut-down it is forgotten.
     static void init();
     /// Ignored when the library is not initialised, and inside the shut-down itself.
     static void exit();
@@ -26,7 +27,8 @@ public:
     static void setMT();
     static bool isMT();
 
-    /// Whether the library may show dialogs; false at first.
+    /// Whether the library may show dialogs; false at first. Can be set at any time, and stays over
+    /// the lives of the library.
     static void enableUI(bool enable);
     static bool isUIEnabled();
 
