@@ -7,9 +7,7 @@
 namespace KrCore {
 
 // KrAtomicInc and KrAtomicDec for the library's own use, where the call would cost more than the
-// count.
-
-// They wrap.
+// count. They wrap.
 
 inline int addTo(int& counter, int step) {
     const auto sum = [step](int value) {

@@ -39,6 +39,8 @@ void link(Context& context) {
 
 void unlink(Context& context) {
     const std::lock_guard guard(contexts.lock);
+    // Heap calls in other threads would go on using it.
+    if (runtime.globals.context == &context) runtime.globals.context = nullptr;
     (context.previous ? context.previous->next : contexts.first) = context.next;
     if (context.next) context.next->previous = context.previous;
     contexts.departed.blocks += context.cache.blocks.get();

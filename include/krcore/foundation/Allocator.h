@@ -7,7 +7,8 @@ namespace KrCore {
 /// Where the heap gets its memory. A host derives its own and selects it with `set`; up to ten can
 /// be installed beside the built-in one, which uses `malloc`. Installed allocators are never
 /// removed: one that was ever installed must outlive every block it produced and the last
-/// `InitTerm::exit`, which flushes it.
+/// `InitTerm::exit`, which flushes it. A static object does; one from its own class-level `new`
+/// cannot be deleted any more by then.
 ///
 /// In multi-threaded mode any thread may call in at any time.
 class KR_API Allocator : public Root {

@@ -12,7 +12,7 @@ struct KR_API Globals {
     /// The 15 locks of the library; null while it runs single-threaded.
     Lock* locks = nullptr;
     /// When not null, the heap uses this context in every thread instead of the calling thread's
-    /// own.
+    /// own. Null again when that context ends.
     Context* context = nullptr;
 
     /// The one instance.
