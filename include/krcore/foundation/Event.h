@@ -4,6 +4,8 @@
 
 namespace KrCore {
 
+class EventState;
+
 /// Wakes one waiting thread for each signal. Signals do not add up: while nobody waits, any number
 /// of them lets one `wait` through. Both operations do nothing when the system could not make the
 /// event.
@@ -20,9 +22,7 @@ public:
     void wait();
 
 private:
-    struct State;
-
-    State* state_;
+    EventState* state_;
 };
 
 } // namespace KrCore
