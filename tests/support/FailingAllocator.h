@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/HeapFigures.h"
+
 #include <krcore/foundation/Allocator.h>
 
 #include <gtest/gtest.h>
@@ -95,8 +97,7 @@ void forEachFailure(Scenario scenario, Shortage shortage = Shortage::Passing) {
     constexpr int tooMany = 100000;
     for (int allowed = 0; allowed < tooMany; ++allowed) {
         SCOPED_TRACE(testing::Message() << "request " << allowed << " refused");
-        int blocksBefore = 0, bytesBefore = 0, blocks = 0, bytes = 0;
-        Heap::getMemoryStatistics(blocksBefore, bytesBefore);
+        const HeapFigures before = HeapFigures::now();
         bool failed = false;
         {
             FailingScope shortOfMemory(allowed, shortage);
@@ -107,9 +108,7 @@ void forEachFailure(Scenario scenario, Shortage shortage = Shortage::Passing) {
             }
             failed = FailingScope::hasFailed();
         }
-        Heap::getMemoryStatistics(blocks, bytes);
-        EXPECT_EQ(blocks, blocksBefore);
-        EXPECT_EQ(bytes, bytesBefore);
+        EXPECT_EQ(before.change(), HeapFigures{});
         if (!failed || testing::Test::HasFailure()) return;
     }
     FAIL() << "the scenario never got through";
