@@ -82,7 +82,8 @@ String::String(const unsigned short* text, int length) : String() { append(text,
 
 String::String(const unsigned int* text, int length) : String() {
     if (!text) return;
-    const std::int64_t count = length < 0 ? countUtf32(text) : length;
+    // Units only ever become more, so what is too long already needs no look.
+    const int count = StringBuffer::checkedLength(length < 0 ? countUtf32(text) : length);
     init(StringBuffer::checkedLength(utf16Length(text, count)));
     encodeUtf16(buffer_->units(), text, count);
 }

@@ -19,6 +19,8 @@ TEST(StringLimit, RefusesWhatNoBufferCanHold) {
     EXPECT_THROW(s.setup('x', INT_MAX), OutOfMemory);
     EXPECT_THROW(s.append("x", INT_MAX), OutOfMemory);
     EXPECT_THROW(String(s.wstr(), INT_MAX), OutOfMemory);
+    const unsigned int wide[] = {'x', 0};
+    EXPECT_THROW(String(wide, INT_MAX), OutOfMemory);
     EXPECT_EQ(s, "kept");
 }
 
