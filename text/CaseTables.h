@@ -5,7 +5,7 @@
 #include <cstddef>
 
 /// @file
-/// The tables behind UnicodeUtils, generated from the facts of Unicode 4.0.
+/// The tables behind UnicodeUtils, generated from facts about the characters of Unicode 4.0.
 ///
 /// Ten ranges cover what has properties at all; six of them own an array of one byte per unit,
 /// 9,694 bytes in all, and the four big blocks of ideographs and syllables do without. A byte packs

@@ -75,7 +75,8 @@ void putInteger(NumberText& out, unsigned int value, int base) {
     out.setEnd(std::to_chars(out.end(), out.capacityEnd(), value, base).ptr);
 }
 
-/// No more than 17 characters of the number are shown; the digits behind them become zeros.
+/// Kept: no more than 17 characters of the number are shown, a double means nothing beyond; the
+/// digits behind them become zeros. Held by StringFormat.PrintsDoubles.
 void zeroUnshownDigits(NumberText& number) {
     const int first = number.isSigned() ? 1 : 0;
     for (char* at = number.begin() + std::min(first + shownCharacters, number.length());
@@ -85,6 +86,7 @@ void zeroUnshownDigits(NumberText& number) {
 }
 
 /// std::to_chars writes what printf writes, but knows no locale.
+/// Kept: `g` does not hear of a precision. Held by StringFormat.PrintsDoubles.
 void putFloat(NumberText& out, double value, unsigned short letter, int precision) {
     const int places =
         letter == 'g' || precision < 0 ? defaultPlaces : std::min(precision, mostPlaces);
@@ -204,6 +206,8 @@ private:
         putNumber(number, directive);
     }
 
+    /// Kept: without `l` only the low 16 bits, one unit of text, are printed. Held by
+    /// StringFormat.PrintsIntegers.
     void convertUnsigned(unsigned short letter, int base, const Directive& directive) {
         const unsigned int value = va_arg(args_.list, unsigned int);
         NumberText number;

@@ -4,9 +4,10 @@
 
 namespace KrCore {
 
-/// Classes and simple case mappings of UTF-16 code units, as Unicode 4.0 has them: one unit maps to
-/// one unit, and no language has a say. Surrogates and all units the tables leave out have no class
-/// and map to themselves. All functions are pure: any thread, before start-up too.
+/// Classes and simple case mappings of UTF-16 code units, for the characters that Unicode 4.0
+/// knows: one unit maps to one unit, and no language has a say. Surrogates and all units the tables
+/// leave out have no class and map to themselves. All functions are pure: any thread, before
+/// start-up too.
 class KR_API UnicodeUtils {
 public:
     UnicodeUtils() = delete;
