@@ -5,6 +5,9 @@
 #include <krcore/messages/LiveMessage.h>
 #include <krcore/values/Error.h>
 
+// Access by name: one look-up, then the form by ID. Its failure is recorded here once more, for a
+// derived class that only returns the code.
+
 namespace KrCore {
 
 namespace {
@@ -21,7 +24,8 @@ int LiveObject::get(const String& name, Variant& result, Error* err) const {
     int id = 0;
     InfoType kind = InfoType::Unknown;
     const int found = getIDForName(name, id, kind, RequestFlag::Library);
-    if (found == ErrorCode::Ok && isReadable(kind)) return get(id, result, err);
+    if (found == ErrorCode::Ok && isReadable(kind))
+        return setError(get(id, result, err), id, err, false);
     // The name may be the text of `result`, so it is recorded before that is emptied.
     const int code = found != ErrorCode::Ok
                          ? recordName(found, name, err)
@@ -42,14 +46,15 @@ int LiveObject::put(const String& name, const Variant& value, int createFlags, E
     if (code != ErrorCode::Ok) return recordName(code, name, err);
     if (kind == InfoType::Method) return setError(ErrorCode::UnsupportedProperty, id, err, false);
     if (!isWritable(kind)) return setError(ErrorCode::ReadOnly, id, err, false);
-    return put(id, value, err);
+    return setError(put(id, value, err), id, err, false);
 }
 
 int LiveObject::call(const String& name, const Array& args, Variant& result, Error* err) {
     int id = 0;
     InfoType kind = InfoType::Unknown;
     const int found = getIDForName(name, id, kind, RequestFlag::Library);
-    if (found == ErrorCode::Ok && isCallable(kind)) return call(id, args, result, err);
+    if (found == ErrorCode::Ok && isCallable(kind))
+        return setError(call(id, args, result, err), id, err, false);
     const int code = found != ErrorCode::Ok ? recordName(found, name, err)
                                             : setError(ErrorCode::NotAFunction, id, err, false);
     result.erase();

@@ -25,7 +25,8 @@ bool askComponents(const LiveObject& object, const LiveObjectData& data, const S
         answer = NameAnswer();
         answer.code = walk->getIDForName(object, name, answer.id, answer.kind, flags);
         if (answer.code == ErrorCode::NotFound) continue;
-        if (answer.kind == InfoType::Hidden) answer.code = ErrorCode::NotFound;
+        if (answer.code == ErrorCode::Ok && answer.kind == InfoType::Hidden)
+            answer.code = ErrorCode::NotFound;
         return true;
     }
     return false;

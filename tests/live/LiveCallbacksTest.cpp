@@ -280,7 +280,10 @@ TEST_F(LiveComponentsTest, ResolveNames) {
         int code;
         InfoType kind;
         int expected;
-    } rows[] = {{0, InfoType::Hidden, 2}, {19, InfoType::Unknown, 19}, {0, InfoType::Method, 0}};
+    } rows[] = {{0, InfoType::Hidden, 2},
+                {19, InfoType::Hidden, 19},
+                {19, InfoType::Unknown, 19},
+                {0, InfoType::Method, 0}};
     const auto upper = make<Gadget>();
     thing->addComponent(*upper);
     for (const auto& row : rows) {

@@ -64,6 +64,7 @@ public:
         return LiveObject::get(id, result, err);
     }
     int put(int id, const Variant& value, Error* err) override {
+        if (id == Width && value.getInteger() < 0) return 41; // which leaves recording to others
         if (id == Width) return width = value.getInteger(), 0;
         return LiveObject::put(id, value, err);
     }

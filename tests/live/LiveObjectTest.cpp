@@ -152,6 +152,9 @@ TEST_F(LiveObjectTest, AsksTheHostClassForWhatItsTableDeclares) {
     EXPECT_EQ(shape->call("width", args, value, &err), 24);
     EXPECT_EQ(told(err), "24: width is not a function");
     EXPECT_FALSE(value.isDefined());
+    err.erase();
+    EXPECT_EQ(shape->put("width", -1, -1, &err), 41);
+    EXPECT_EQ(err.getCode(), 41);
     EXPECT_EQ(find(*shape, "WIDTH"), 2);
     EXPECT_EQ(find(*shape, "WIDTH", RequestFlag::IgnoreCase), 0);
     // A dynamic property comes before the class's.
