@@ -4,6 +4,7 @@
 #include "live/LiveObjectData.h"
 #include "live/LiveObjectFlags.h"
 #include "live/PointerWord.h"
+#include "live/ScopedMark.h"
 
 #include <krcore/containers/Array.h>
 #include <krcore/foundation/ErrorCode.h>
@@ -140,12 +141,16 @@ int LiveObject::toString(String& result) const {
     int id = 0;
     InfoType kind = InfoType::Unknown;
     Variant answer;
-    if (getIDForName("toString", id, kind, RequestFlag::Library) == ErrorCode::Ok &&
-        const_cast<LiveObject*>(this)->call(id, Array(), answer, nullptr) == ErrorCode::Ok) {
-        result = answer.getString();
-    } else {
-        result.print("[object %ls]", getClassName().wstr());
+    // A method may answer with its own object, whose text would be asked for again.
+    if (!data_->isFormingText &&
+        getIDForName("toString", id, kind, RequestFlag::Library) == ErrorCode::Ok) {
+        const ScopedMark mark(data_->isFormingText);
+        if (const_cast<LiveObject*>(this)->call(id, Array(), answer, nullptr) == ErrorCode::Ok) {
+            result = answer.getString();
+            return ErrorCode::Ok;
+        }
     }
+    result.print("[object %ls]", getClassName().wstr());
     return ErrorCode::Ok;
 }
 

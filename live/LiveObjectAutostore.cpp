@@ -3,6 +3,7 @@
 #include "foundation/LockSlots.h"
 #include "live/LiveObjectData.h"
 #include "live/ScopedLock.h"
+#include "live/ScopedMark.h"
 
 #include <krcore/foundation/ErrorCode.h>
 #include <krcore/foundation/InterfacePtr.h>
@@ -28,13 +29,10 @@ void LiveObject::setAutostore(LiveObject* target, int id) const {
 
 int LiveObject::invokeAutostore(Error* err) {
     if (!data_ || !data_->autostoreTarget || data_->isAutostoring) return ErrorCode::Ok;
-    struct StoringMark {
-        explicit StoringMark(bool& mark) : mark_(mark) { mark_ = true; }
-        ~StoringMark() { mark_ = false; }
-        bool& mark_;
-    };
+    // A dying target has not told this object yet when a listener before it writes here.
+    if (data_->autostoreTarget->getRefCount() < 0) return ErrorCode::Ok;
     const InterfacePtr<LiveObject> target(data_->autostoreTarget);
-    StoringMark mark(data_->isAutostoring);
+    const ScopedMark mark(data_->isAutostoring);
     ScopedLock guard(*target);
     return target->put(data_->autostoreID, Variant(*this), err);
 }

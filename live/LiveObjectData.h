@@ -26,6 +26,7 @@ public:
     LiveObject* autostoreTarget = nullptr; // borrowed; it tells when it dies
     int autostoreID = 0;
     bool isAutostoring = false;
+    bool isFormingText = false;
     DynamicProperties properties;
     Variant* value = nullptr; // owned; made when it is asked for
     int objectID = 0;

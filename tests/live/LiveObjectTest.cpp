@@ -215,6 +215,9 @@ TEST_F(LiveObjectTest, TurnsIntoTextAndValueByItsMethods) {
     EXPECT_EQ(narrow(text), "11");
     EXPECT_EQ(thing->valueOf(value), 0);
     EXPECT_EQ(value.getInteger(), 22);
+    gadget->onCall = [this](int, const Array&, Variant& result) { return result = *thing, 0; };
+    EXPECT_EQ(thing->toString(text), 0);
+    EXPECT_EQ(narrow(text), "[object Thing]");
 }
 
 TEST_F(LiveObjectTest, AdvancesItsStampWithEveryDefinition) {
@@ -273,8 +276,12 @@ TEST_F(LiveObjectTest, ForgetsAnAutostoreTargetThatDies) {
     thing->setAutostore(target.get(), 5);
     auto other = makePlain();
     other->setAutostore(target.get(), 5);
-    other.reset(); // dies first
+    other.reset();    // dies first
+    int written = -1; // by a listener that hears of the death before the object does
+    Ear ear([&](Message&) { return written = thing->put("a", 1, 0, &err), false; });
+    target->addListener(ear, MessageID::Deleting);
     target.reset();
+    EXPECT_EQ(written, 0);
     EXPECT_EQ(thing->put("a", 1, 0, nullptr), 0);
     EXPECT_TRUE(*thing == *makePlain());
 }

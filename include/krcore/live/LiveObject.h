@@ -132,7 +132,8 @@ public:
 
     /// The answer of the method "valueOf", else the object's value, else undefined. 0 or 45.
     virtual int valueOf(Variant& result) const;
-    /// The answer of the method "toString", else "[object " + class name + "]". 0 or 45.
+    /// The answer of the method "toString", else "[object " + class name + "]", which is also the
+    /// text when that method leads to a text of this object. 0 or 45.
     virtual int toString(String& result) const;
 
     /// Watches the autostore target; never consumes a message. A derived class calls it from its
