@@ -43,11 +43,9 @@ public:
 
     /// Returns the factory of that name that was there before, which the caller deletes.
     [[nodiscard]] FactoryInfo* add(std::unique_ptr<FactoryInfo> info) {
-        // An ID without a factory reads as 0, so its place can be made before anything changes.
-        if (info->classID && !byID_.hasKey(info->classID)) byID_.set(info->classID, 0);
         FactoryInfo* previous = find(info->name);
-        byName_.set(info->name, wordOf(info.get()), false);
-        if (previous) forgetID(*previous);
+        enter(*info);
+        if (previous && previous->classID != info->classID) forgetID(*previous);
         if (info->classID) {
             if (FactoryInfo* other = find(info->classID)) other->classID = 0;
             byID_.set(info->classID, wordOf(info.get()));
@@ -64,6 +62,19 @@ public:
     }
 
 private:
+    /// Makes the place in both tables, the only step that can fail, and fills that of the name.
+    void enter(FactoryInfo& info) {
+        // An ID without a factory reads as 0.
+        const bool isNewID = info.classID && !byID_.hasKey(info.classID);
+        if (isNewID) byID_.set(info.classID, 0);
+        try {
+            byName_.set(info.name, wordOf(&info), false);
+        } catch (...) {
+            if (isNewID) byID_.remove(info.classID);
+            throw;
+        }
+    }
+
     void forgetID(const FactoryInfo& info) {
         if (info.classID) byID_.remove(info.classID);
     }

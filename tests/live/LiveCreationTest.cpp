@@ -266,8 +266,14 @@ TEST(LiveObjectMemory, GivesEverythingBackWhenMemoryRunsOut) {
         LiveObject* read = nullptr;
         if (LiveObject::parseNew("{a:[1,'x'],b:{}}", read, err, 0) == 0) read->release();
         shape->deleteDynamicProperties(true);
-        LiveObject::addFactory(*target, 1);
-        LiveObject::removeFactory(className);
+        struct Removal {
+            ~Removal() { LiveObject::removeFactory(name); }
+            const String& name;
+        } removal{className};
+        for (LiveObject* factory : {target.get(), shape.get()}) {
+            factory->setObjectID(9);
+            LiveObject::addFactory(*factory, 1);
+        }
     };
     scenario(); // the registry and the class's manager stay
     forEachFailure(scenario);
