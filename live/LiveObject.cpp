@@ -31,10 +31,14 @@ unsigned initialFlags(bool dynamic) { return dynamic ? ObjectFlag::Dynamic : 0U;
 } // namespace
 
 LiveObject::LiveObject(const String& className, bool dynamic)
-    : className_(className), data_(createData()), flags_(initialFlags(dynamic)) {}
+    : flags_(initialFlags(dynamic)), className_(className) {
+    data_ = createData(); // last, because the class name may find no memory
+}
 
 LiveObject::LiveObject(const char* className, bool dynamic)
-    : className_(className), data_(createData()), flags_(initialFlags(dynamic)) {}
+    : flags_(initialFlags(dynamic)), className_(className) {
+    data_ = createData(); // last, because the class name may find no memory
+}
 
 LiveObject::~LiveObject() {
     setAutostore(nullptr, 0);

@@ -234,8 +234,6 @@ protected:
     /// see `clone`.
     int cloneContent(LiveObject& to, bool deep) const;
 
-    mutable String className_; // empty until asked for when none was given
-
 private:
     LiveProperty* addProperty(const String& name, int id, unsigned flags, unsigned extraFlags);
     int askListenersForName(const String& name, int& id, InfoType& kind, int flags) const;
@@ -243,8 +241,11 @@ private:
     int cloneWithin(CloneSession& session, InterfacePtr<LiveObject>& copy) const;
     bool isUsable() const { return data_ && isValid(); }
 
-    LiveObjectData* data_; // owned; null when memory was exhausted
-    mutable unsigned flags_ = 0;
+    LiveObjectData* data_ = nullptr; // owned; null when memory was exhausted
+    mutable unsigned flags_;
+
+protected:
+    mutable String className_; // empty until asked for when none was given
 };
 
 } // namespace KrCore
