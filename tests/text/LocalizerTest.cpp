@@ -14,31 +14,32 @@ namespace {
 class Source : public Localizer {
 public:
     const char* keyText = nullptr;
-    const char* literalText = nullptr;
-    const char* caseText = nullptr;
+    const char* text = nullptr;
     const char* errorText = nullptr;
     const char* locale = nullptr;
     int order = notCompared;
     mutable String askedKey, askedLocale, askedExtra;
 
 protected:
-    bool getZString(String& text, const String& wanted, const String& extra) const override {
-        askedKey = text;
+    bool getZString(String& key, const String& wanted, const String& extra) const override {
+        askedKey = key;
         askedLocale = wanted;
         askedExtra = extra;
-        return answer(text, keyText);
+        return answer(key, keyText);
     }
-    bool getLocale(String& text) const override { return answer(text, locale); }
-    bool localizeText(String& text) const override { return answer(text, literalText); }
-    bool localizedCaseConvert(String& text, bool) const override { return answer(text, caseText); }
+    bool getLocale(String& offered) const override { return answer(offered, locale); }
+    bool localizeText(String& offered) const override { return answer(offered, text); }
+    bool localizedCaseConvert(String& offered, bool) const override {
+        return answer(offered, text);
+    }
     int localizedCompare(const String&, const String&) const override { return order; }
-    bool getErrorMsg(int code, String& text) const override {
-        return code == 7 && answer(text, errorText);
+    bool getErrorMsg(int code, String& message) const override {
+        return code == 7 && answer(message, errorText);
     }
 
 private:
-    static bool answer(String& text, const char* reply) {
-        text = reply ? reply : "spoilt by somebody who does not answer";
+    static bool answer(String& offered, const char* reply) {
+        offered = reply ? reply : "spoilt by somebody who does not answer";
         return reply != nullptr;
     }
 };
@@ -153,7 +154,7 @@ TEST_F(LocalizerTest, AsksTheCurrentLocalizerThenTheStackFromTheTop) {
     current.keyText = "current ^C";
     EXPECT_EQ(localized("$$$/K=x"), u"current \u00A9");
     EXPECT_EQ(localized("literal"), "literal") << "nobody answers";
-    bottom.literalText = "translated %%";
+    bottom.text = "translated %%";
     EXPECT_EQ(localized("literal"), "translated %");
     Localizer::usePerContext(false);
     EXPECT_EQ(&Localizer::get(), &Localizer::getDefault());
@@ -219,7 +220,7 @@ TEST_F(LocalizerTest, ConvertsCaseAndCompares) {
     EXPECT_EQ(Localizer::caseConvert(u"Stra\u00DFe \u00E4", false), u"STRA\u00DFE \u00C4");
     EXPECT_EQ(Localizer::caseConvert("Abc", true), "abc");
     EXPECT_EQ(Localizer::compare("a", "c"), -2);
-    source.caseText = "own";
+    source.text = "own";
     source.order = 5;
     EXPECT_EQ(Localizer::caseConvert("Abc", true), "own");
     EXPECT_EQ(Localizer::compare("a", "c"), 5);
@@ -247,18 +248,13 @@ TEST_F(LocalizerTest, LeavesTheTextOfALocalizerUnmarked) {
 }
 
 TEST_F(LocalizerTest, GivesEverythingBackWhenMemoryIsShort) {
-    struct Pushed {
-        explicit Pushed(const Localizer& localizer) { Localizer::push(localizer); }
-        ~Pushed() { Localizer::pop(); }
-    };
     const Localizer plain;
     // The stack and the locale are kept.
-    Pushed bottom(plain);
+    Localizer::push(plain);
     Localizer::getLocale();
-    Testing::forEachFailure([&] {
+    Testing::forEachFailure([] {
         Array args;
         args += "argument";
-        const Pushed top(plain);
         EXPECT_EQ(Localizer::localize("$$$/K=a ^C and one\nlong %1", &args).length(), 25);
         String message = "$$$/K=Message ^^";
         Localizer::getErrorMessage(1, message);
