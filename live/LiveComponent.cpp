@@ -25,21 +25,30 @@ int LiveComponent::getIDForName(const LiveObject&, const String& name, int& id, 
 }
 
 int LiveComponent::getNameForID(const LiveObject&, int id, String& name, int flags) const {
-    if (propertyManager) return propertyManager->getNameForID(id, name, flags);
-    name.erase();
-    return ErrorCode::NotFound;
+    if (!propertyManager) {
+        name.erase();
+        return ErrorCode::NotFound;
+    }
+    ScopedLock guard(*propertyManager);
+    return propertyManager->getNameForID(id, name, flags);
 }
 
 InfoType LiveComponent::getType(const LiveObject&, int id) {
-    return propertyManager ? propertyManager->getType(id) : InfoType::Unknown;
+    if (!propertyManager) return InfoType::Unknown;
+    ScopedLock guard(*propertyManager);
+    return propertyManager->getType(id);
 }
 
 bool LiveComponent::hasOperators() const {
-    return propertyManager && propertyManager->hasOperators();
+    if (!propertyManager) return false;
+    ScopedLock guard(*propertyManager);
+    return propertyManager->hasOperators();
 }
 
 int LiveComponent::enumerate(const LiveObject&, SimpleArray& ids, int flags) const {
-    return propertyManager ? propertyManager->enumerate(ids, flags) : ErrorCode::Ok;
+    if (!propertyManager) return ErrorCode::Ok;
+    ScopedLock guard(*propertyManager);
+    return propertyManager->enumerate(ids, flags);
 }
 
 int LiveComponent::get(const LiveObject& owner, int id, Variant& result, Error* err) const {

@@ -1,6 +1,8 @@
 #include "live/LiveFixture.h"
 #include "support/Threads.h"
 
+#include <mutex>
+
 using namespace KrCore;
 using namespace KrCore::Testing;
 
@@ -52,6 +54,29 @@ TEST(LiveObjectThreads, ShareAManagerAComponentAndAnAutostoreTarget) {
         own->setAutostore(nullptr, 0);
     });
     EXPECT_GE(asked, threadCount * 200);
+}
+
+TEST(LiveObjectThreads, AskAManagerThatGrowsMeanwhile) {
+    LivePropertyManager manager;
+    inThreads(threadCount, [&](int index) {
+        const auto own = makePlain();
+        const auto gadget = make<Gadget>();
+        gadget->use(&manager);
+        own->addComponent(*gadget);
+        String name;
+        for (int i = 0; i < 100; ++i) {
+            const int id = index * 1000 + i;
+            name.print("property%ld", id);
+            {
+                manager.createLock();
+                const std::lock_guard<const Lockable> guard(manager);
+                manager.registerProperty(narrow(name).c_str(), id, 2, nullptr);
+            }
+            EXPECT_EQ(own->getType(id), InfoType::ReadWrite);
+            EXPECT_EQ(own->getNameForID(id, name, RequestFlag::Library), 0);
+            EXPECT_GT(idsOf(*own, allProperties).size(), std::size_t(i));
+        }
+    });
 }
 
 TEST(LiveObjectThreads, RegisterFactoriesAndCreateAtTheSameTime) {

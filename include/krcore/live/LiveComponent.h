@@ -23,12 +23,11 @@ public:
     /// Called by the owner's `reset`. The base does nothing.
     virtual void reset();
 
-    /// The base asks the manager, under the manager's lock. Without one, and for an empty name:
-    /// ID 0, `InfoType::Unknown`, 2. A kind of `InfoType::Hidden` is taken for 2.
+    /// The base of this and the next four asks the manager, under the manager's lock, and knows
+    /// nothing without one. Here an empty name is not asked for: ID 0, `InfoType::Unknown`, 2. A
+    /// kind of `InfoType::Hidden` is taken for 2.
     virtual int getIDForName(const LiveObject& owner, const String& name, int& id, InfoType& kind,
                              int flags) const;
-    /// This and the next three ask the manager, without taking its lock; a component whose manager
-    /// changes while several threads use it overrides them.
     virtual int getNameForID(const LiveObject& owner, int id, String& name, int flags) const;
     virtual InfoType getType(const LiveObject& owner, int id);
     virtual bool hasOperators() const;

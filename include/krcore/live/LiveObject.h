@@ -27,7 +27,8 @@ class InterfacePtr;
 /// manager, its components (last added first) and, for a dynamic object, listeners of 'loGi'.
 /// Values are answered by ID, by the dynamic property with that ID, by a component, or by a derived
 /// class that overrides `get`, `put` and `call` for the properties of its manager and
-/// leaves the rest to this class.
+/// leaves the rest to this class. It also says `using LiveObject::get;` and so on, or the override
+/// hides the forms by name.
 ///
 /// Results are error codes unless said otherwise: 0 success, 2 not found, 45 when the object is
 /// invalid; names and values that would have been returned are empty then. A failure is also
