@@ -47,9 +47,7 @@ duk_ret_t readln(CallFrame& frame) {
 }
 
 duk_ret_t gc(CallFrame& frame) {
-    // The second round frees what the first one could only finalize.
-    duk_gc(frame.context, 0);
-    duk_gc(frame.context, 0);
+    frame.engine.rings().collect(frame);
     return 0;
 }
 

@@ -46,6 +46,7 @@ struct HeldObject : Holding {
     }
 
     void* scriptObject = nullptr; // borrowed: the script object takes itself out when it goes
+    bool hasNote = false;         // whether script objects were written into its properties
     unsigned stamp = 0;           // the object's definition stamp when the names were resolved
     std::array<CachedName, cacheSize> names;
 };

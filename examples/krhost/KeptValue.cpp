@@ -2,10 +2,13 @@
 
 namespace krhost {
 
-KeptValue::~KeptValue() {
+KeptValue::~KeptValue() { letGo(); }
+
+void KeptValue::letGo() {
     if (!values_) return;
     values_->holders_[slot_] = nullptr;
     values_->dropped_.push_back(slot_); // has room, see reserveSlot
+    values_ = nullptr;
 }
 
 void KeptValue::keep(KeptValues& values, duk_context* context, duk_idx_t index) {

@@ -23,6 +23,10 @@ public:
     /// Pushes the value; false, with nothing pushed, when there is none (any more).
     bool push(duk_context* context) const;
 
+    /// Keeps it no longer.
+    void letGo();
+    bool isKept() const { return values_ != nullptr; }
+
 private:
     friend class KeptValues;
 

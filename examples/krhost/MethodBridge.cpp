@@ -53,6 +53,10 @@ HeldMethod* MethodBridge::heldMethod(duk_context* context, duk_idx_t index) {
     return method;
 }
 
+void MethodBridge::forget(duk_context* context, duk_idx_t object) {
+    duk_del_prop_literal(context, object, functionsKey);
+}
+
 duk_ret_t MethodBridge::push(CallFrame& frame, duk_idx_t target, duk_idx_t name,
                              const Resolved& property) {
     duk_context* context = frame.context;

@@ -20,6 +20,9 @@ public:
     static duk_ret_t push(CallFrame& frame, duk_idx_t target, duk_idx_t name,
                           const Resolved& property);
 
+    /// Forgets the functions made for the object at a stack index; those in use go on working.
+    static void forget(duk_context* context, duk_idx_t object);
+
     /// The holding of the function at a stack index, or null.
     static HeldMethod* heldMethod(duk_context* context, duk_idx_t index);
 

@@ -37,7 +37,7 @@ public:
 
 private:
     friend class ObjectTraps;
-    friend class MethodBridge;
+    friend class RingCollector;
 
     void pushNew(CallFrame& frame, KrCore::LiveObject& object);
     void pushPrototype(CallFrame& frame, const KrCore::String& className);

@@ -1,6 +1,7 @@
 #include "ObjectTraps.h"
 
 #include "MethodBridge.h"
+#include "RingCollector.h"
 #include "ScriptEngine.h"
 #include "TextBridge.h"
 
@@ -150,11 +151,11 @@ duk_ret_t ObjectTraps::get(CallFrame& frame) {
 }
 
 duk_ret_t ObjectTraps::set(CallFrame& frame) {
-    duk_push_true(frame.context);
     if (isSymbol(frame)) {
         duk_dup(frame.context, nameIndex);
         duk_dup(frame.context, valueIndex);
         duk_put_prop(frame.context, targetIndex);
+        duk_push_true(frame.context);
         return 1;
     }
     HeldObject& held = target(frame);
@@ -172,6 +173,8 @@ duk_ret_t ObjectTraps::set(CallFrame& frame) {
     if (!isWritable(property.kind)) return refuse(frame, held, property.id, ErrorCode::ReadOnly);
     code = frame.engine.calls().put(*held.object, property.id, frame.value, &frame.error);
     if (code != ErrorCode::Ok) return refuse(frame, held, property.id, code);
+    RingCollector::note(frame, held, targetIndex, valueIndex, property.id);
+    duk_push_true(frame.context);
     return 1;
 }
 

@@ -12,7 +12,9 @@ void runPrompt(ScriptEngine& engine) {
         std::fputs("> ", stdout);
         std::fflush(stdout);
         if (!readLine(stdin, line)) break;
-        engine.run(line, "line " + std::to_string(number), ScriptEngine::Echo::Print);
+        // The empty lines in front make errors tell the number of the line.
+        const std::string source = std::string(static_cast<std::size_t>(number - 1), '\n') + line;
+        engine.run(source, "stdin", ScriptEngine::Echo::Print);
     }
     std::fputc('\n', stdout);
 }

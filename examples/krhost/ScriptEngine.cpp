@@ -77,7 +77,7 @@ std::string positionOf(duk_context* context, duk_idx_t error) {
 
 ScriptEngine::ScriptEngine(const Settings& settings)
     : settings_(settings), heap_(*this), context_(heap_.createContext()), calls_(settings.trace),
-      errors_(*this), values_(*this), objects_(*this) {
+      errors_(*this), values_(*this), objects_(*this), rings_(*this) {
     if (!context_) throw std::bad_alloc();
     install();
 }

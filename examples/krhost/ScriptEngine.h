@@ -5,6 +5,7 @@
 #include "KeptValue.h"
 #include "LibraryCalls.h"
 #include "ObjectBridge.h"
+#include "RingCollector.h"
 #include "ScriptHeap.h"
 #include "ValueBridge.h"
 
@@ -51,6 +52,7 @@ public:
     ErrorBridge& errors() { return errors_; }
     ValueBridge& values() { return values_; }
     ObjectBridge& objects() { return objects_; }
+    RingCollector& rings() { return rings_; }
     KeptValues& keptValues() { return keptValues_; }
     /// The script objects that the host holds, by their address in the engine.
     std::unordered_map<void*, ScriptObject*>& scriptObjects() { return scriptObjects_; }
@@ -71,6 +73,7 @@ private:
     ErrorBridge errors_;
     ValueBridge values_;
     ObjectBridge objects_;
+    RingCollector rings_;
     KeptValues keptValues_;
     std::unordered_map<void*, ScriptObject*> scriptObjects_;
     Holding* dropped_ = nullptr;

@@ -65,6 +65,12 @@ void ScriptObject::detach() {
     invalidate();
 }
 
+void ScriptObject::loseUnlessKept() {
+    if (isKept() || !engine_) return;
+    engine_->scriptObjects().erase(object_);
+    detach();
+}
+
 InfoType ScriptObject::getType(int id) {
     return isFunction_ && id == callID ? InfoType::Method : LiveObject::getType(id);
 }

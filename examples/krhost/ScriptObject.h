@@ -29,6 +29,12 @@ public:
     /// The engine is about to end.
     void detach();
 
+    /// For the collection of rings: leaves the script object to those in the engine who refer to
+    /// it, until it is kept again or has to be given up.
+    void letGo() { kept_.letGo(); }
+    bool isKept() const { return kept_.isKept(); }
+    void loseUnlessKept();
+
     KrCore::InfoType getType(int id) override;
     int apply(KrCore::LiveObject& self, int id, const KrCore::Array& args, KrCore::Variant& result,
               KrCore::Error* err) const override;

@@ -117,6 +117,34 @@ check("a ring waits", heapStats().liveObjects === before + 1);
 gc();
 check("until collected", heapStats().liveObjects === before);
 
+// Rings through both sides: a function in a property of the object that it refers to.
+function selfReferring(width) {
+    var own = new Box(width, 1);
+    own.onResize = function () { calls += own.width; };
+    own.resize(width, 2); // makes a function for the method, which holds the object as well
+    return own;
+}
+gc();
+before = heapStats();
+(function () { for (var n = 0; n < 1000; n++) selfReferring(1); })();
+gc();
+check("rings", heapStats().liveObjects === before.liveObjects);
+check("rings in the library", heapStats().libraryBlocks === before.libraryBlocks);
+var kept = selfReferring(1), inHost = new Box(1, 1), method = selfReferring(3).resize;
+inHost.tags = selfReferring(5);
+other.onResize = kept.onResize;
+kept = null;
+gc();
+gc();
+calls = 0;
+other.resize(1, 1);
+check("shared function stays", calls === 1);
+method(30, 1);
+check("object of a method stays", calls === 31);
+inHost.tags.resize(500, 1);
+check("object of the host stays", calls === 531);
+other.onResize = inHost.tags = null;
+
 // The engine's own doors are shut.
 check("no engine access", typeof Duktape === "undefined" && String.fromBufferRaw === undefined);
 check("names of errors", new InternalError("x") instanceof Error && FatalError("y").name === "FatalError");
