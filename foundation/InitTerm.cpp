@@ -51,6 +51,7 @@ constexpr Hook stopHooks[] = {
 
 constexpr ContextHook contextHooks[] = {
     endLocalizerOf,
+    endEncodersOf,
     endStringsOf,
     endArraysOf,
 };

@@ -42,6 +42,7 @@ void stopAllocators();
 // tables. Either way it is freed through the calling thread's heap.
 
 void endLocalizerOf(Context& context);
+void endEncodersOf(Context& context);
 void endStringsOf(Context& context);
 void endArraysOf(Context& context);
 

@@ -142,11 +142,10 @@ void startEncoders() {
     registry = started.release();
 }
 
-void stopEncoders() {
-    if (!registry) return;
-    if (Context* context = currentContext()) context->defaultEncoder = nullptr;
-    delete std::exchange(registry, nullptr);
-}
+void stopEncoders() { delete std::exchange(registry, nullptr); }
+
+// The record of a thread may outlive the registry and with it the encoder of a code page.
+void endEncodersOf(Context& context) { context.defaultEncoder = nullptr; }
 
 void Encoder::add(const Encoder& encoder) {
     if (!registry) return;

@@ -3,12 +3,15 @@
 #include "support/HeapFigures.h"
 
 #include <krcore/foundation.h>
+#include <krcore/text/Encoder.h>
 
 #include <gtest/gtest.h>
 
 #include <cstdlib>
 #include <memory>
+#include <semaphore>
 #include <string>
+#include <thread>
 
 using namespace KrCore;
 using namespace KrCore::Testing;
@@ -141,6 +144,25 @@ TEST(InitTerm, BecomesMultiThreadedForOneLifeOnly) {
     InitTerm::init();
     EXPECT_FALSE(InitTerm::isMT());
     EXPECT_EQ(Heap::getCacheSize(), 102400);
+    InitTerm::exit();
+}
+
+TEST(InitTerm, TakesTheDefaultEncoderFromThreadsThatOutliveTheLibrary) {
+    InitTerm::init();
+    InitTerm::setMT();
+    std::binary_semaphore isSet(0);
+    std::binary_semaphore isBack(0);
+    std::thread thread([&] {
+        Encoder::setDefault(*Encoder::get("CP1251"));
+        isSet.release();
+        isBack.acquire();
+        EXPECT_EQ(&Encoder::getDefault(), &Encoder::getSystem());
+    });
+    isSet.acquire();
+    InitTerm::exit();
+    InitTerm::init();
+    isBack.release();
+    thread.join();
     InitTerm::exit();
 }
 
