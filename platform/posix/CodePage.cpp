@@ -29,7 +29,6 @@ constexpr PageName pageNames[] = {
     {10029, "MAC-CENTRALEUROPE"},
     {20127, "US-ASCII"},
     {20866, "KOI8-R"},
-    {20932, "EUC-JP"},
     {21866, "KOI8-U"},
     {28591, "ISO-8859-1"},
     {28592, "ISO-8859-2"},
