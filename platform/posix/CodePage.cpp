@@ -85,6 +85,19 @@ bool findName(int number, char (&name)[nameSize]) {
 constexpr const char* unitSet =
     std::endian::native == std::endian::little ? "UTF-16LE" : "UTF-16BE";
 
+struct SetName {
+    const char* locale;
+    const char* registry;
+};
+
+/// The sets that locales call by a name which the encoder registry does not know, or has given to
+/// another page.
+constexpr SetName setNames[] = {
+    {"ANSI_X3.4-1968", "UTF-8"}, // That of the "C" locale, which says nothing about texts.
+    {"ISO-8859-3", "CP28593"},   {"KOI8-R", "CP20866"},  {"KOI8-U", "CP21866"},
+    {"TIS-620", "CP874"},        {"GB18030", "CP54936"},
+};
+
 bool isFailure(iconv_t descriptor) { return descriptor == reinterpret_cast<iconv_t>(-1); }
 
 /// Takes a descriptor out of its slot for the time of one conversion, or opens one when another
@@ -152,7 +165,10 @@ void getSystemCharacterSet(char (&name)[characterSetNameSize]) {
     const locale_t user = newlocale(LC_CTYPE_MASK, "", nullptr);
     if (!user) return;
     const char* set = nl_langinfo_l(CODESET, user);
-    if (std::strcmp(set, "ANSI_X3.4-1968") != 0) std::snprintf(name, sizeof name, "%s", set);
+    for (const SetName& known : setNames) {
+        if (std::strcmp(set, known.locale) == 0) set = known.registry;
+    }
+    std::snprintf(name, sizeof name, "%s", set);
     freelocale(user);
 }
 
