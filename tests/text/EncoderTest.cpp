@@ -153,6 +153,18 @@ TEST(Encoder, TakesNothingFromEmptyAndNegativeCounts) {
     }
 }
 
+TEST(Encoder, WritesNothingWithoutABuffer) {
+    for (const char* name : {"ASCII", "UTF-8", "UTF-16", "CP866", "CP932", "UTF-7"}) {
+        SCOPED_TRACE(name);
+        const unsigned short text[] = {'a', 'b'};
+        int inCount = 2;
+        int outCount = 0;
+        EXPECT_EQ(named(name).toMBCS(text, inCount, nullptr, outCount, true), 0);
+        EXPECT_EQ(inCount, 0);
+        EXPECT_EQ(outCount, 0);
+    }
+}
+
 TEST(Encoder, DropsALeadingByteOrderMarkAndFollowsIt) {
     EXPECT_EQ(decode(named("UTF-16BE"), "\xFE\xFF\0A"s).output, u"A");
     EXPECT_EQ(decode(named("UTF-16LE"), "\xFF\xFE"s + "A\0\xFF\xFE"s).output, u"A\uFEFF");

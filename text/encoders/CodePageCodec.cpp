@@ -241,17 +241,23 @@ int CodePageCodec::encodablePrefix(const unsigned short* text, int count) const 
     return prefix;
 }
 
-/// As much as possible in one piece, since every piece goes back to the initial state.
+/// As much as possible in one piece, since every piece goes back to the initial state. No unit
+/// takes less than a byte, so a longer piece than there is room for would be converted in vain.
 template <class Sink>
 Stop CodePageCodec::encodeWithStates(UnitSource& source, Sink& sink) const {
-    int count = wholeCharacters(source.next, source.remaining());
+    const auto nextCount = [&] {
+        return wholeCharacters(source.next, std::min(source.remaining(), std::max(sink.room(), 2)));
+    };
+    int count = nextCount();
     while (count > 0) {
-        const int length = page_.encode(source.next, count, sink.buffer(), sink.room());
+        int length = page_.encode(source.next, count, sink.buffer(), sink.room());
+        // Without a buffer the system measures, whatever the room.
+        if (length > sink.room()) length = Platform::CodePage::tooSmall;
         const int firstLength = characterLength(source.next, count);
         if (length >= 0) {
             sink.advance(length);
             source.next += count;
-            count = wholeCharacters(source.next, source.remaining());
+            count = nextCount();
         } else if (count == firstLength) {
             return length == Platform::CodePage::tooSmall ? Stop::OutputFull : Stop::Invalid;
         } else if (length == Platform::CodePage::tooSmall) {
