@@ -163,6 +163,7 @@ Stop CodePageCodec::decodeStretches(ByteSource& source, Sink& sink, bool flush) 
         if (batch > 0 && decodeStretch(source, sink, batch) == Stop::InputEnd) continue;
         if (source.isEmpty()) break;
         Stretch stretch = shape_.measure(source.next, source.remaining());
+        if (stretch.kind == Stretch::Wrong) return Stop::Invalid;
         if (stretch.kind == Stretch::Open && flush) stretch.length = source.remaining();
         if (stretch.length == 0) return Stop::Incomplete;
         const Stop stop = decodeStretch(source, sink, stretch.length);

@@ -10,6 +10,7 @@ using Stretch = CodePageShape::Stretch;
 
 constexpr Stretch cutOff = {Stretch::Cut, 0};
 constexpr Stretch openEnd = {Stretch::Open, 0};
+constexpr Stretch wrong = {Stretch::Wrong, 0};
 
 constexpr Stretch closedAt(int length) { return {Stretch::Closed, length}; }
 
@@ -123,15 +124,18 @@ bool isBase64(unsigned char byte) {
            (byte >= '0' && byte <= '9') || byte == '+' || byte == '/';
 }
 
-/// "+" begins units in base 64, which any other byte ends; a "-" there belongs to them.
+/// "+" begins units in base 64, which any other byte ends. That byte goes with them: only there
+/// does the system see that half a surrogate pair is missing.
 Stretch measureUtf7(const unsigned char* bytes, int remaining) {
     if (bytes[0] != '+') return closedAt(1);
     int end = 1;
     while (end < remaining && isBase64(bytes[end]))
         ++end;
-    if (end < remaining) return closedAt(bytes[end] == '-' ? end + 1 : end);
+    if (end == 1 && remaining > 1 && bytes[1] == '-') return closedAt(2);
     const int spareBits = (end - 1) % 8 * 6 % 16; // Eight digits are three units.
-    return end == 1 || spareBits >= 6 ? cutOff : openEnd;
+    const bool isWhole = end > 1 && spareBits < 6;
+    if (end == remaining) return isWhole ? openEnd : cutOff;
+    return isWhole ? closedAt(end + 1) : wrong;
 }
 
 /// Attributes change the script until the end of the line.

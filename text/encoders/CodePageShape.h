@@ -12,7 +12,8 @@ public:
         enum Kind {
             Closed,
             Open, ///< Reaches the end of the input in whole characters, but in another state.
-            Cut   ///< The end of the input cuts a character off.
+            Cut,  ///< The end of the input cuts a character off.
+            Wrong ///< Breaks off within a character; not every system says so.
         };
         Kind kind;
         int length; ///< in bytes; of a closed one
