@@ -87,6 +87,10 @@ void Error::unique() {
 
 /// Takes over records, which come in front of those that are here.
 void Error::adopt(ErrorInfo* records) {
+    if (head_->isFinal()) { // Only now, by the object that was asked.
+        ErrorHead::destroyChain(records);
+        return;
+    }
     try {
         unique();
     } catch (...) {

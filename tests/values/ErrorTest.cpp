@@ -115,6 +115,28 @@ TEST(Error, NamesThePropertyOfALiveObject) {
     object->release();
 }
 
+/// Runs out of memory while it is asked for a text, and reports into the same error.
+class ExhaustedObject : public LiveObject {
+public:
+    explicit ExhaustedObject(Error& report) : LiveObject("Exhausted", false), error(report) {}
+    using LiveObject::getErrorText;
+    int getErrorText(String&, int, int, bool) const override {
+        error.push(-28, nullptr);
+        return -28;
+    }
+
+    Error& error;
+};
+
+TEST(Error, EndsWhileAnObjectIsAsked) {
+    Error error;
+    auto* object = new ExhaustedObject(error);
+    error.push(ErrorCode::ReadOnly, *object, 7, true, nullptr);
+    EXPECT_EQ(error.getCode(), -28);
+    EXPECT_EQ(error.getError()->getNext(), nullptr);
+    object->release();
+}
+
 TEST(Error, ClonesWhatIsAttached) {
     Error error;
     {

@@ -53,8 +53,8 @@ private:
     String text_;
     String file_;
     String source_;
-    mutable std::atomic<Variant*> errorData_ =
-        nullptr; ///< Copies of an error share it across threads.
+    /// Copies of an error share it across threads.
+    mutable std::atomic<Variant*> errorData_ = nullptr;
     Cloneable* data_ = nullptr;
     int line_ = -1;
     int offset_ = -1;
