@@ -26,13 +26,14 @@ inline Context* presentHeapContext() {
     return presentContext();
 }
 
-/// The same, made when needed; null when it cannot be had.
-inline Context* findHeapContext() {
-    Context* context = presentHeapContext();
-    if (context && !context->isRetired) [[likely]]
-        return context;
+/// Given the present one or null: the same, made when needed; null when it cannot be had.
+inline Context* usableContext(Context* present) {
+    if (present && !present->isRetired) [[likely]]
+        return present;
     return findContext();
 }
+
+inline Context* findHeapContext() { return usableContext(presentHeapContext()); }
 
 inline void count(Context* context, std::uint32_t blocks, std::uint32_t bytes) {
     if (!context) return countForNobody(blocks, bytes);
@@ -56,7 +57,8 @@ std::uint32_t requireGross(std::size_t byteCount) {
 }
 
 /// A block that does not come from the cache.
-[[gnu::noinline]] void* allocateFresh(std::size_t byteCount, const SourceLine* place) {
+[[gnu::noinline]] void* allocateFresh(Context* context, std::size_t byteCount,
+                                      const SourceLine* place) {
     requireRunning();
     const std::uint32_t gross = requireGross(byteCount);
     const unsigned int owner = allocatorRegistry.current.load(std::memory_order_acquire);
@@ -69,7 +71,7 @@ std::uint32_t requireGross(std::size_t byteCount) {
     }
     auto* header = static_cast<BlockHeader*>(memory);
     header->word = gross | owner;
-    count(findHeapContext(), 1, gross);
+    count(usableContext(context), 1, gross);
     return header->block();
 }
 
@@ -86,32 +88,32 @@ inline bool putCached(SmallBlockCache& cache, void* block) {
 }
 
 inline void* allocate(std::size_t byteCount, const SourceLine* place) {
-    if (byteCount <= maxCachedRequest) {
-        if (Context* context = presentHeapContext()) [[likely]] {
-            if (void* block = takeCached(context->cache, byteCount)) [[likely]]
-                return block;
-        }
+    Context* context = presentHeapContext();
+    if (context && byteCount <= maxCachedRequest) [[likely]] {
+        if (void* block = takeCached(context->cache, byteCount)) [[likely]]
+            return block;
     }
-    return allocateFresh(byteCount, place);
+    return allocateFresh(context, byteCount, place);
 }
 
 /// A block that did not fit into the cache, or whose thread has no context yet.
-[[gnu::noinline]] void freeBeyondCache(void* block) noexcept {
+[[gnu::noinline]] void freeBeyondCache(Context* present, void* block) noexcept {
     if (!block || !isRunning()) return;
-    const bool hadContext = presentHeapContext() != nullptr;
-    Context* context = findHeapContext();
-    if (!hadContext && context && putCached(context->cache, block)) return;
+    Context* context = usableContext(present);
+    const bool isNew = context != present;
+    if (isNew && context && putCached(context->cache, block)) return;
     BlockHeader* header = BlockHeader::of(block);
     count(context, -1U, 0U - header->gross());
     giveBack(header);
 }
 
 inline void freeBlock(void* block) noexcept {
-    if (Context* context = presentHeapContext(); context && block) [[likely]] {
+    Context* context = presentHeapContext();
+    if (context && block) [[likely]] {
         if (putCached(context->cache, block)) [[likely]]
             return;
     }
-    freeBeyondCache(block);
+    freeBeyondCache(context, block);
 }
 
 /// What becomes of the old block when the allocator can only come up with a fresh one.

@@ -39,11 +39,12 @@ public:
 
     /// False when the class is full.
     bool put(void* memory) {
-        if (count_.get() >= limit_) return false;
+        const std::uint32_t count = count_.get();
+        if (count >= limit_) return false;
         auto* block = static_cast<CachedBlock*>(memory);
         block->next = head_;
         head_ = block;
-        count_.add(1);
+        count_.set(count + 1);
         return true;
     }
 
@@ -81,7 +82,12 @@ struct SmallBlockCache {
     SharedCount bytes;
 
     /// The class of blocks of `gross` bytes, which are at most `maxGross`.
-    BlockClass& classFor(std::size_t gross) { return classes[gross / granularity - 1]; }
+    BlockClass& classFor(std::size_t gross) {
+        // Instead of dividing for the index and multiplying again.
+        static_assert(sizeof(BlockClass) == granularity);
+        auto* first = reinterpret_cast<unsigned char*>(classes);
+        return *reinterpret_cast<BlockClass*>(first + (gross - granularity));
+    }
 
     static constexpr std::uint32_t classGross(std::uint32_t index) {
         return (index + 1) * granularity;
