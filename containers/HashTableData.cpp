@@ -36,6 +36,8 @@ std::uint64_t KeyText::foldUncommon(std::uint64_t word) {
     return folded;
 }
 
+std::uint32_t KeyText::uncommonHash(const String& key) { return hashFolded(key, foldFour); }
+
 HashTable::Index::~Index() { close(); }
 
 void HashTable::Index::open(int capacity) {
@@ -125,6 +127,25 @@ bool HashTable::Table::isShared() {
 }
 
 bool HashTable::Table::isAbandoned() const { return refCount == walkers; }
+
+HashTable::Item* HashTable::Table::findInIndex(const String& key, bool ignoreCase) const {
+    Item* best = nullptr;
+    index.first(KeyText::fullHash(key), [&](Item& item) {
+        const bool matches = KeyText::equal(item.key, key, ignoreCase);
+        if (matches && (!best || isBefore(item, *best))) best = &item;
+        return false; // All of them.
+    });
+    return best;
+}
+
+HashTable::Item* HashTable::Table::findInChain(const String& key, bool ignoreCase) const {
+    const std::uint32_t hash = KeyText::shortHash(key);
+    Item* item = head(static_cast<int>(hash % static_cast<std::uint32_t>(buckets.length())));
+    while (item && (item->hash != hash || !KeyText::equal(item->key, key, ignoreCase))) {
+        item = item->next;
+    }
+    return item;
+}
 
 HashTable::Item& HashTable::Table::add(const String& key, long long value) {
     std::unique_ptr<Item> item(new Item(key, value));

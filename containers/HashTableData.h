@@ -58,13 +58,15 @@ public:
     void add(Item& item) noexcept;
     void remove(const Item& item) noexcept;
 
-    /// Calls `visit(Item&)` for each item with this hash until it returns true.
-    template <class Visit>
-    void forEach(std::uint32_t hash, Visit&& visit) const {
-        for (std::uint32_t place = hash & mask_; entries_[place].item;
-             place = (place + 1) & mask_) {
-            if (entries_[place].hash == hash && visit(*entries_[place].item)) return;
+    /// The first item with this hash that passes `test(Item&)`, or null.
+    template <class Test>
+    Item* first(std::uint32_t hash, Test&& test) const {
+        std::uint32_t place = hash & mask_;
+        while (entries_[place].item &&
+               !(entries_[place].hash == hash && test(*entries_[place].item))) {
+            place = (place + 1) & mask_;
         }
+        return entries_[place].item;
     }
 
 private:
@@ -92,8 +94,8 @@ struct HashTable::Table : Heap {
     bool isAbandoned() const;
 
     Item* find(const String& key, bool ignoreCase) const {
-        if (count == 0) return nullptr;
-        return index.isActive() ? findInIndex(key, ignoreCase) : findInChain(key, ignoreCase);
+        if (!index.isActive()) return count > 0 ? findInChain(key, ignoreCase) : nullptr;
+        return ignoreCase || mayHaveTwins ? findInIndex(key, ignoreCase) : findOnly(key);
     }
     Item& add(const String& key, long long value);
     /// Gives the item the new spelling of its key.
@@ -130,6 +132,8 @@ struct HashTable::Table : Heap {
     std::int64_t lowestStamp = 0;
 
 private:
+    /// By exact key, while no two items can have the same one.
+    Item* findOnly(const String& key) const;
     Item* findInIndex(const String& key, bool ignoreCase) const;
     Item* findInChain(const String& key, bool ignoreCase) const;
     void link(Item& item) noexcept;
@@ -150,26 +154,11 @@ private:
     Item* removed = nullptr;
 };
 
-// Defined here to be part of every look-up, without a call between.
+// Defined here to be part of the look-up by exact key, without a call between.
 
-inline HashTable::Item* HashTable::Table::findInIndex(const String& key, bool ignoreCase) const {
-    const bool firstIsOnly = !ignoreCase && !mayHaveTwins;
-    Item* best = nullptr;
-    index.forEach(KeyText::fullHash(key), [&](Item& item) {
-        if (!KeyText::equal(item.key, key, ignoreCase)) return false;
-        if (!best || isBefore(item, *best)) best = &item;
-        return firstIsOnly;
-    });
-    return best;
-}
-
-inline HashTable::Item* HashTable::Table::findInChain(const String& key, bool ignoreCase) const {
-    const std::uint32_t hash = KeyText::shortHash(key);
-    Item* item = head(static_cast<int>(hash % static_cast<std::uint32_t>(buckets.length())));
-    while (item && (item->hash != hash || !KeyText::equal(item->key, key, ignoreCase))) {
-        item = item->next;
-    }
-    return item;
+inline HashTable::Item* HashTable::Table::findOnly(const String& key) const {
+    return index.first(KeyText::fullHash(key),
+                       [&key](Item& item) { return KeyText::equalExactly(item.key, key); });
 }
 
 } // namespace KrCore

@@ -21,7 +21,7 @@ inline std::uint64_t loadFour(const unsigned short* units) {
 }
 
 /// One to three units; every unit is in the word, some of them twice.
-inline std::uint64_t loadFew(const unsigned short* units, int count) {
+inline std::uint64_t loadFew(const unsigned short* units, unsigned int count) {
     return units[0] | static_cast<std::uint64_t>(units[count / 2]) << 16 |
            static_cast<std::uint64_t>(units[count - 1]) << 32;
 }
@@ -33,17 +33,21 @@ inline unsigned short foldUnit(unsigned short unit) {
     return UnicodeUtils::towupper(unit);
 }
 
+inline bool isAscii(std::uint64_t word) { return (word & everyUnit * 0xFF80) == 0; }
+
+/// `foldFour` for words that are ASCII throughout.
+inline std::uint64_t foldAscii(std::uint64_t word) {
+    // Bit 7 of a unit becomes set when it is at least "a", and when it is beyond "z".
+    const std::uint64_t fromA = word + everyUnit * (0x80 - 'a');
+    const std::uint64_t beyondZ = word + everyUnit * (0x80 - 'z' - 1);
+    return word - ((fromA & ~beyondZ & everyUnit * 0x80) >> 2);
+}
+
 /// `foldFour` for words with a unit beyond ASCII.
 std::uint64_t foldUncommon(std::uint64_t word);
 
 inline std::uint64_t foldFour(std::uint64_t word) {
-    if ((word & everyUnit * 0xFF80) == 0) {
-        // Bit 7 of a unit becomes set when it is at least "a", and when it is beyond "z".
-        const std::uint64_t fromA = word + everyUnit * (0x80 - 'a');
-        const std::uint64_t beyondZ = word + everyUnit * (0x80 - 'z' - 1);
-        return word - ((fromA & ~beyondZ & everyUnit * 0x80) >> 2);
-    }
-    return foldUncommon(word);
+    return isAscii(word) ? foldAscii(word) : foldUncommon(word);
 }
 
 /// Kept: the bucket hash looks at five units at most and ends at a zero unit, so keys with a common
@@ -66,21 +70,35 @@ inline std::uint64_t mix(std::uint64_t hash, std::uint64_t word) {
     return static_cast<std::uint64_t>(product) ^ static_cast<std::uint64_t>(product >> 64);
 }
 
-/// Over all units without case. The last word overlaps the one before when the length is no
-/// multiple of four.
-inline std::uint32_t fullHash(const String& key) {
+/// Over all units. The last word overlaps the one before when the length is no multiple of four.
+template <class Fold>
+inline std::uint32_t hashFolded(const String& key, Fold&& fold) {
     const unsigned short* units = key.wstr();
     const int count = key.length();
     auto hash = static_cast<std::uint64_t>(count);
     if (count >= 4) {
         for (int index = 0; index < count - 4; index += 4) {
-            hash = mix(hash, foldFour(loadFour(units + index)));
+            hash = mix(hash, fold(loadFour(units + index)));
         }
-        hash = mix(hash, foldFour(loadFour(units + count - 4)));
+        hash = mix(hash, fold(loadFour(units + count - 4)));
     } else if (count > 0) {
-        hash = mix(hash, foldFour(loadFew(units, count)));
+        hash = mix(hash, fold(loadFew(units, count)));
     }
     return static_cast<std::uint32_t>(hash);
+}
+
+/// `fullHash` for keys with a unit beyond ASCII.
+std::uint32_t uncommonHash(const String& key);
+
+/// Over the whole key without case. Any key is taken for ASCII at first: with one question at the
+/// end, nothing interrupts the loop.
+inline std::uint32_t fullHash(const String& key) {
+    std::uint64_t seen = 0;
+    const std::uint32_t hash = hashFolded(key, [&seen](std::uint64_t word) {
+        seen |= word;
+        return foldAscii(word);
+    });
+    return isAscii(seen) ? hash : uncommonHash(key);
 }
 
 inline bool equalExactly(const String& left, const String& right) {
