@@ -111,7 +111,8 @@ TEST(CodePage, KeepsBackWhatIsNotInTheInitialState) {
     EXPECT_EQ(decode(utf7, "a+AOk", true), (Decoded{0, u"a\u00E9", 5}));
     EXPECT_EQ(decode(utf7, "a+AO", true), (Decoded{partial, u"a", 1}));
     EXPECT_EQ(decode(utf7, "a+", true), (Decoded{partial, u"a", 1}));
-    for (const char* broken : {"a+AO b", "a+!b"})
+    EXPECT_EQ(decode(utf7, "a+2D0", true), (Decoded{partial, u"a", 1}));
+    for (const char* broken : {"a+AO b", "a+!b", "a+2D0-b", "a+AOnYPQ b"})
         EXPECT_EQ(decode(utf7, broken), (Decoded{invalid, u"a", 1})) << broken;
     EXPECT_EQ(encode(utf7, u"a\xD83D", true), (Encoded{partial, "a", 1}));
     const Encoder* japanese = Encoder::get("ISO-2022-JP");

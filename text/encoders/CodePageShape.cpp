@@ -1,6 +1,7 @@
 #include "text/encoders/CodePageShape.h"
 
 #include "text/encoders/CodePageNumbers.h"
+#include "text/encoders/Surrogates.h"
 
 namespace KrCore {
 
@@ -119,23 +120,30 @@ Stretch measureHz(const unsigned char* bytes, int remaining) {
     return openEnd;
 }
 
-bool isBase64(unsigned char byte) {
-    return (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z') ||
-           (byte >= '0' && byte <= '9') || byte == '+' || byte == '/';
+/// The value of a digit in base 64, or -1.
+int base64Digit(unsigned char byte) {
+    if (byte >= 'A' && byte <= 'Z') return byte - 'A';
+    if (byte >= 'a' && byte <= 'z') return byte - 'a' + 26;
+    if (byte >= '0' && byte <= '9') return byte - '0' + 52;
+    return byte == '+' ? 62 : byte == '/' ? 63 : -1;
 }
 
-/// "+" begins units in base 64, which any other byte ends. That byte goes with them: only there
-/// does the system see that half a surrogate pair is missing.
+/// "+" begins units in base 64, which any other byte ends; a "-" there belongs to them.
 Stretch measureUtf7(const unsigned char* bytes, int remaining) {
     if (bytes[0] != '+') return closedAt(1);
+    unsigned int bits = 0; // The last ones.
     int end = 1;
-    while (end < remaining && isBase64(bytes[end]))
-        ++end;
-    if (end == 1 && remaining > 1 && bytes[1] == '-') return closedAt(2);
-    const int spareBits = (end - 1) % 8 * 6 % 16; // Eight digits are three units.
-    const bool isWhole = end > 1 && spareBits < 6;
-    if (end == remaining) return isWhole ? openEnd : cutOff;
-    return isWhole ? closedAt(end + 1) : wrong;
+    for (; end < remaining && base64Digit(bytes[end]) >= 0; ++end)
+        bits = bits << 6 | static_cast<unsigned int>(base64Digit(bytes[end]));
+    const int digitCount = end - 1;
+    const bool endsHere = end < remaining;
+    const bool hasHyphen = endsHere && bytes[end] == '-';
+    if (digitCount == 0 && hasHyphen) return closedAt(2); // A plus sign.
+    const int spareBits = digitCount % 8 * 6 % 16;        // Eight digits are three units.
+    const bool isWhole =
+        digitCount > 0 && spareBits < 6 && !isHighSurrogate(bits >> spareBits & 0xFFFF);
+    if (!endsHere) return isWhole ? openEnd : cutOff;
+    return isWhole ? closedAt(hasHyphen ? end + 1 : end) : wrong;
 }
 
 /// Attributes change the script until the end of the line.
