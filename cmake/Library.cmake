@@ -27,8 +27,6 @@ else()
     # Templates of the standard library are visible whatever the options say; the map hides them.
     target_link_options(krcore PRIVATE "-Wl,--version-script=${PROJECT_SOURCE_DIR}/cmake/krcore.map")
     set_property(TARGET krcore APPEND PROPERTY LINK_DEPENDS "${PROJECT_SOURCE_DIR}/cmake/krcore.map")
-    # Calls within the library go straight to their target, as they do in the DLL.
-    target_link_options(krcore PRIVATE -Wl,-Bsymbolic-functions)
     if(NOT KRCORE_SANITIZE)
         target_link_options(krcore PRIVATE -Wl,--no-undefined)
     endif()
