@@ -161,6 +161,7 @@ TEST(InitTerm, TakesTheDefaultEncoderFromThreadsThatOutliveTheLibrary) {
     isSet.acquire();
     InitTerm::exit();
     InitTerm::init();
+    InitTerm::setMT();
     isBack.release();
     thread.join();
     InitTerm::exit();
