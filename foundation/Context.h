@@ -14,6 +14,7 @@ class Root;
 class SimpleArray;
 struct ArrayScratch;
 struct EncodeScratch;
+struct NameQuestion;
 
 /// The last question to `Time::isDST`.
 struct DaylightAnswer {
@@ -40,8 +41,9 @@ struct Context {
     ArrayScratch* arrayScratch = nullptr;    ///< Stand-ins for elements, texts in progress.
     LiveObjectData* endingObjects = nullptr; ///< Of dead live objects, waiting for their turn.
     bool isEndingObjects = false;
-    Root* extension = nullptr;   ///< Owned; whatever the host of the context adds.
-    Lock* libraryLock = nullptr; ///< The library's lock table; null single-threaded.
+    NameQuestion* nameQuestion = nullptr; ///< The innermost that listeners are asked; on the stack.
+    Root* extension = nullptr;            ///< Owned; whatever the host of the context adds.
+    Lock* libraryLock = nullptr;          ///< The library's lock table; null single-threaded.
 
     /// Neighbours in the list of all contexts (Context.cpp).
     Context* next = nullptr;

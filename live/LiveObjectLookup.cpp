@@ -1,5 +1,6 @@
 #include <krcore/live/LiveObject.h>
 
+#include "foundation/Context.h"
 #include "live/ComponentWalk.h"
 #include "live/LiveObjectData.h"
 #include "live/LiveObjectFlags.h"
@@ -9,6 +10,35 @@
 #include <krcore/messages/LiveMessage.h>
 
 namespace KrCore {
+
+/// A name that listeners of an object are being asked for, in the chain of those that the calling
+/// thread asks for one within the other. A listener may look up other names in order to answer; the
+/// chain keeps one that looks up the same name, or ever new ones, from exhausting the stack.
+struct NameQuestion {
+    NameQuestion(Context& asking, const LiveObject& object, const String& name)
+        : context(asking), asked(object), wanted(name), outer(asking.nameQuestion),
+          depth(outer ? outer->depth + 1 : 1) {
+        context.nameQuestion = this;
+    }
+    ~NameQuestion() { context.nameQuestion = outer; }
+    NameQuestion(const NameQuestion&) = delete;
+    NameQuestion& operator=(const NameQuestion&) = delete;
+
+    /// Why it cannot be asked, or 0.
+    int refusal() const {
+        for (const NameQuestion* other = outer; other; other = other->outer) {
+            if (&other->asked == &asked && other->wanted == wanted) return ErrorCode::NotFound;
+        }
+        return depth > deepest ? ErrorCode::StackOverrun : ErrorCode::Ok;
+    }
+
+    static constexpr int deepest = 128;
+    Context& context;
+    const LiveObject& asked;
+    const String& wanted;
+    NameQuestion* const outer;
+    const int depth;
+};
 
 namespace {
 
@@ -65,9 +95,13 @@ int LiveObject::getIDForName(const String& name, int& id, InfoType& kind, int fl
 int LiveObject::askListenersForName(const String& name, int& id, InfoType& kind, int flags) const {
     if (!(flags_ & ObjectFlag::Dynamic) || !isListening(MessageID::GetID))
         return ErrorCode::NotFound;
-    LiveMessage message(*this, MessageID::GetID, 0, Variant(name), nullptr);
-    message.getLanguage() = flags;
     const String wanted = name;
+    Context* context = currentContext();
+    if (!context) return ErrorCode::OutOfMemory;
+    const NameQuestion question(*context, *this, wanted);
+    if (const int code = question.refusal()) return code;
+    LiveMessage message(*this, MessageID::GetID, 0, Variant(wanted), nullptr);
+    message.getLanguage() = flags;
     if (!broadcast(message)) return ErrorCode::NotFound;
     if (message.getError() != ErrorCode::Ok) return message.getError();
     if (!isUsable()) return ErrorCode::ObjectInvalid;

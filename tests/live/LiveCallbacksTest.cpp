@@ -186,6 +186,35 @@ TEST_F(LiveListenersTest, MayInvalidateTheObjectOrDefineTheNameThemselves) {
     EXPECT_EQ(thing->put("last", 1, -1, nullptr), 45);
 }
 
+TEST_F(LiveListenersTest, MayLookUpNamesWhileTheyAnswerForOne) {
+    const auto other = makePlain();
+    int asked = 0, id = 0;
+    InfoType kind = InfoType::Unknown;
+    listen(MessageID::GetID, [&](LiveMessage& message) {
+        ++asked;
+        const String name = message.getData()->getString();
+        if (name == "full") {
+            EXPECT_EQ(thing->getIDForName(name, id, kind, library), 2);
+            EXPECT_EQ(other->getIDForName(name, id, kind, library), 0);
+            EXPECT_EQ(thing->getIDForName("part", id, kind, library), 0);
+        } else if (name != "part") {
+            message.getError() = thing->getIDForName(name + "x", id, kind, library);
+        }
+        return true;
+    });
+    Ear relay(Ear::answering([&](LiveMessage& message) { // leads back to the first object
+        EXPECT_EQ(thing->getIDForName(message.getData()->getString(), id, kind, library), 2);
+        return true;
+    }));
+    other->addListener(relay, MessageID::GetID);
+    EXPECT_EQ(thing->getIDForName("full", id, kind, library), 0);
+    EXPECT_EQ(asked, 2);
+    asked = 0;
+    EXPECT_EQ(thing->getIDForName("endless", id, kind, library), 27);
+    EXPECT_EQ(asked, 128);
+    EXPECT_EQ(thing->getIDForName("full", id, kind, library), 0); // and all is well afterwards
+}
+
 class LiveComponentsTest : public testing::Test {
 protected:
     /// A component that gives its ID 1 a kind and answers with `name`.

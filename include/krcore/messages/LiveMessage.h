@@ -15,6 +15,10 @@ class SimpleArray;
 /// that cannot answer returns false, and the next one is asked; what it wrote into the message is
 /// not looked at unless a later listener answers.
 ///
+/// A listener may call the object, also to look up other names while it answers a GetID. The name
+/// it is being asked for is not asked for again meanwhile: looking that up gives 2. A GetID within
+/// 128 others on one thread is not sent either; the look-up gives 27.
+///
 /// | ID | propertyID | data on entry | args | language |
 /// |---|---|---|---|---|
 /// | GetID | answer: the ID | the name; answer: the kind (`InfoType`) | | look-up flags |
