@@ -99,9 +99,10 @@ void DynamicPropertyManager::registerProperty(const char* name, int id, int flag
     const String key(name);
     auto info = std::make_unique<NameInfo>(id, flags, descriptor, registrations_);
     IDInfo& idInfo = requireID(id, flags, descriptor);
-    const std::unique_ptr<NameInfo> replaced(findName(key, false));
+    NameInfo* const previous = findName(key, false);
     names_.set(key, wordOf(info.get()), false);
     info.release();
+    const std::unique_ptr<NameInfo> replaced(previous); // only now: the table let go of it
     ++registrations_;
     noteID(id);
     if (!idInfo.hasName) {
