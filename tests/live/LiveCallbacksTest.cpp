@@ -281,6 +281,36 @@ TEST_F(LiveComponentsTest, DecideByTheKindTheyGiveAnID) {
     EXPECT_EQ(thing->call(1), 24);
 }
 
+TEST_F(LiveComponentsTest, KnowNothingByDefault) {
+    Error err;
+    const auto gadget = make<Gadget>();
+    int id = 1;
+    InfoType kind = InfoType::Method;
+    String name = "before";
+    unsigned length = 1;
+    const auto recorded = [&](int code) {
+        return told(std::exchange(err, Error())) + "/" + std::to_string(code);
+    };
+    EXPECT_EQ(gadget->getIDForName(*thing, "any", id, kind, library), 2);
+    EXPECT_EQ(id, 0);
+    EXPECT_EQ(kind, InfoType::Unknown);
+    EXPECT_EQ(gadget->getNameForID(*thing, 1, name, library), 2);
+    EXPECT_TRUE(name.isEmpty());
+    EXPECT_EQ(gadget->getType(*thing, 1), InfoType::Unknown);
+    const std::string unknown = "2: {LiveObject(\"Thing\").property(7)} is undefined/2";
+    EXPECT_EQ(recorded(gadget->get(*thing, 7, value = 1, &err)), unknown);
+    EXPECT_FALSE(value.isDefined());
+    EXPECT_EQ(recorded(gadget->put(*thing, 7, 1, &err)), unknown);
+    EXPECT_EQ(recorded(gadget->call(*thing, 7, Array(), value = 1, &err)), unknown);
+    EXPECT_FALSE(value.isDefined());
+    EXPECT_EQ(recorded(gadget->getByIndex(*thing, 7, value, &err)), "41: [7l] is out of range/41");
+    EXPECT_EQ(recorded(gadget->putByIndex(*thing, 7, value, &err)), "41: [7l] is out of range/41");
+    EXPECT_EQ(gadget->getLength(*thing, length), 2);
+    EXPECT_EQ(length, 0U);
+    EXPECT_EQ(gadget->putLength(*thing, 1), 2);
+    EXPECT_EQ(gadget->deleteByIndex(*thing, 1), 0);
+}
+
 TEST_F(LiveComponentsTest, RefuseAThisOfAnotherClassUnlessGeneric) {
     const auto stranger = makePlain("Stranger");
     const auto lower = add("lower", InfoType::Method);
