@@ -12,10 +12,10 @@ class Message;
 
 /// Hands messages to the listeners registered for them, one by one and before `broadcast` returns.
 ///
-/// In multi-threaded mode one broadcaster may be used from several threads: registration and
-/// delivery are serialised by a lock of its own, which is held while listeners run. Destroying it
-/// while another thread uses it is the host's error; destroying it from within a listener is
-/// allowed and ends the delivery that is going on.
+/// A broadcaster whose first listener came in multi-threaded mode may be used from several threads:
+/// registration and delivery are serialised by a lock of its own, which is held while listeners
+/// run. Destroying it while another thread uses it is the host's error; destroying it from within a
+/// listener is allowed and ends the delivery that is going on.
 class KR_API Broadcaster {
 public:
     constexpr Broadcaster() = default;

@@ -18,7 +18,9 @@ public:
 
     /// Called for each message, on the broadcasting thread and with the broadcaster's lock held.
     /// True means consumed: nobody else gets the message. It may add and remove listeners,
-    /// broadcast, and even destroy the broadcaster. The base class returns false.
+    /// broadcast, and even destroy the broadcaster. What it throws leaves `broadcast`; under the
+    /// two deletion messages, which a destructor sends, nothing may be thrown. The base class
+    /// returns false.
     virtual bool notify(Message& message);
 };
 
