@@ -142,7 +142,7 @@ public:
     SimpleArray offered;
     int resets = 0;
     bool operators = false, generic = false, indexable = false;
-    static inline int living = 0;
+    static inline std::atomic<int> living = 0;
 };
 
 inline InterfacePtr<LiveObject> makePlain(const char* className = "Thing", bool dynamic = true) {
