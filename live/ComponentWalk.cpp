@@ -10,7 +10,8 @@ bool ComponentWalk::advance() {
     lock_.reset();
     if (current_) {
         const int found = components_.indexOf(wordOf(current_.get()));
-        position_ = found >= 0 ? found : std::min(position_, components_.length());
+        // Never upwards: one that was attached anew meanwhile would start the walk again.
+        if (found >= 0) position_ = std::min(position_, found);
         current_.reset();
     }
     // Releasing may have run the component's destructor, which may have detached others.

@@ -413,4 +413,19 @@ TEST_F(LiveComponentsTest, MayDetachThemselvesAndOthersDuringACall) {
     EXPECT_EQ(Gadget::living, 2);
 }
 
+TEST_F(LiveComponentsTest, AreAskedOnceWhenTheyAttachThemselvesAnew) {
+    const InterfacePtr<Gadget> gadgets[] = {make<Gadget>(), make<Gadget>(), make<Gadget>()};
+    for (const auto& gadget : gadgets) {
+        thing->addComponent(*gadget);
+        gadget->onReset = [this, raw = gadget.get()] {
+            if (raw->resets > 10) return; // ends a walk that would not
+            thing->removeComponent(*raw);
+            thing->addComponent(*raw);
+        };
+    }
+    EXPECT_EQ(thing->reset(), 0);
+    for (const auto& gadget : gadgets)
+        EXPECT_EQ(gadget->resets, 1);
+}
+
 } // namespace
