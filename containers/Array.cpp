@@ -6,18 +6,9 @@
 #include "foundation/AtomicCount.h"
 
 #include <algorithm>
-#include <functional>
-#include <memory>
 #include <utility>
 
 namespace KrCore {
-
-namespace {
-
-/// How many arrays within arrays are searched for the place that an array is stored to.
-constexpr int maxPathLength = 256;
-
-} // namespace
 
 Array::Array() : data_(&Data::empty) {}
 
@@ -34,13 +25,18 @@ Array::Array(unsigned int length) : data_(Data::create(length)) {}
 Array::~Array() { Data::release(data_); }
 
 Array& Array::operator=(const Array& other) {
-    Array copy(other);
+    Array copy = other.copyFor(this);
     std::swap(data_, copy.data_);
     return *this;
 }
 
-Array& Array::operator=(Array&& other) noexcept {
-    std::swap(data_, other.data_);
+// NOLINTNEXTLINE(performance-noexcept-move-constructor): the copy may fail.
+Array& Array::operator=(Array&& other) {
+    if (this == &other) return *this;
+    if (other.holds(this)) return *this = std::as_const(other);
+    // `other` is empty before the old elements go: it may lie in one of them.
+    Data* taken = std::exchange(other.data_, &Data::empty);
+    Data::release(std::exchange(data_, taken));
     return *this;
 }
 
@@ -75,18 +71,16 @@ Variant& Array::safeGet(unsigned int index) {
     // Also for an element that exists: what is written must not show in the arrays that share it.
     makeUnique();
     Variant& element = data_->make(index);
-    if (index >= data_->denseLimit || element.getType() == VariantType::Array) {
-        data_->setLent(true);
-    }
+    data_->setLent(true);
     return element;
 }
 
 void Array::setLength(unsigned int length) {
-    if (length == data_->length) return;
     if (length == 0) {
         erase();
         return;
     }
+    if (length == data_->length) return;
     makeUnique();
     if (length < data_->length) {
         truncate(length);
@@ -120,8 +114,8 @@ void Array::truncate(unsigned int length) {
 bool Array::operator==(const Array& other) const {
     if (data_->length != other.data_->length) return false;
     // Comparing may call host objects, which may change either array: these two stay as they are.
-    const Array left(*this);
-    const Array right(other);
+    const Array left = share();
+    const Array right = other.share();
     const Variant undefined;
     bool isEqual = true;
     left.data_->visitElements([&](unsigned int index, const Variant& element) {
@@ -132,39 +126,6 @@ bool Array::operator==(const Array& other) const {
         isEqual = isEqual && (left.data_->find(index) || undefined == element);
     });
     return isEqual;
-}
-
-Array* Array::createFor(const Variant& slot, const Array& source) {
-    unsigned int path[maxPathLength];
-    const int pathLength = source.findPath(slot, path, 0);
-    std::unique_ptr<Array> copy(new Array(source));
-    if (pathLength < 0) return copy.release();
-    copy->makeUnique();
-    Array* array = copy.get();
-    for (int step = 0; step < pathLength; ++step) {
-        array = array->data_->find(path[step])->getArray();
-        array->makeUnique();
-    }
-    return copy.release();
-}
-
-int Array::findPath(const Variant& slot, unsigned int* path, int depth) const {
-    const Variant* first = getData();
-    if (first && std::less_equal<>()(first, &slot) && std::less<>()(&slot, first + data_->used())) {
-        return depth;
-    }
-    if (!data_->hasLent() || depth == maxPathLength) return -1;
-    int length = -1;
-    data_->visitElements([&](unsigned int index, const Variant& element) {
-        if (length >= 0) return;
-        if (&element == &slot) {
-            length = depth;
-        } else if (element.getType() == VariantType::Array) {
-            path[depth] = index;
-            length = element.getArray()->findPath(slot, path, depth + 1);
-        }
-    });
-    return length;
 }
 
 } // namespace KrCore

@@ -12,23 +12,16 @@ namespace KrCore {
 Array& Array::appendValue(Variant&& value) {
     if (data_->length == Data::maxLength) return *this;
     makeUnique();
-    const unsigned int index = data_->length;
-    Variant& element = data_->make(index);
-    if (value.getType() != VariantType::Array) {
-        element.~Variant();
-        new (&element) Variant(std::move(value));
-        return *this;
-    }
-    try {
-        element = *value.getArray(); // By the way that keeps arrays from holding themselves.
-    } catch (...) {
-        data_->cutBack(index);
-        throw;
-    }
+    Variant& element = data_->make(data_->length);
+    element.~Variant();
+    new (&element) Variant(std::move(value));
     return *this;
 }
 
-Array& Array::operator+=(const Variant& value) { return appendValue(Variant(value)); }
+Array& Array::operator+=(const Variant& value) {
+    const Array* array = value.getArray();
+    return appendValue(array ? Variant(array->copyFor(this)) : Variant(value));
+}
 
 Array& Array::operator+=(const String& text) { return appendValue(Variant(text)); }
 
@@ -55,7 +48,7 @@ Array& Array::operator+=(const Point& point) { return appendValue(Variant(point)
 Array& Array::operator+=(const Rect& rect) { return appendValue(Variant(rect)); }
 
 Array& Array::operator+=(Array& other) {
-    const Array source(other); // Also when it is this array: then the elements of now.
+    const Array source = other.copyFor(this); // The elements of now, also when it is this array.
     const unsigned int start = data_->length;
     const unsigned int count = std::min(source.length(), Data::maxLength - start);
     if (count == 0) return *this;

@@ -89,9 +89,9 @@ struct Array::Data : Heap {
     unsigned int denseLimit = usualDenseLimit;
     Data* nextReleased = nullptr;
 
-    /// Since the last copy a sparse element, or one that is an array, was handed out for writing:
-    /// something may be stored in the depth of this record. Threads that copy one array at once may
-    /// all take the mark away.
+    /// Since the last copy an element was handed out for writing: something may be stored in the
+    /// depth of this record. Records with the mark are not shared, so their search is no longer
+    /// than the writing was. Threads that copy one array at once may all take the mark away.
     bool hasLent() const {
         return std::atomic_ref(const_cast<bool&>(lent)).load(std::memory_order_relaxed);
     }

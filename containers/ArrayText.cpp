@@ -71,7 +71,7 @@ void BasicArray::toString(String& text) const {
 void BasicArray::appendText(String& text, const char* opening, const char* closing) const {
     const auto* array = dynamic_cast<const Array*>(this);
     // Host objects among the elements may change the array meanwhile; the copy stays as it is.
-    const Array held = array ? *array : Array();
+    const Array held = array ? array->share() : Array();
     const BasicArray& source = array ? held : *this;
     const ArrayPrinting printing(*this, held.length() > 0 ? held.data_ : nullptr);
     if (printing.isInProgress() || printing.depth > maxPrintedDepth) {

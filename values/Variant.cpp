@@ -1,5 +1,6 @@
 #include <krcore/values/Variant.h>
 
+#include <krcore/containers/Array.h>
 #include <krcore/text/String.h>
 
 #include <limits>
@@ -27,7 +28,9 @@ Variant::Variant(const Point& point) : Variant() { setPoint(point); }
 
 Variant::Variant(const Rect& rect) : Variant() { setRect(rect); }
 
-Variant::Variant(const Array& array) : Variant() { setArray(array); }
+Variant::Variant(const Array& array) : type_(VariantType::Array) {
+    payload_.array = new Array(array); // No search: a new variant is no element yet.
+}
 
 Variant::Variant(const UnitValue& value) : Variant() { setUnitValue(value); }
 
@@ -43,6 +46,9 @@ void Variant::copyOwned(const Variant& other) {
     if (other.type_ == VariantType::String) {
         text_ = new String(*other.text_);
         type_ = VariantType::String;
+    } else if (other.type_ == VariantType::Array) {
+        payload_.array = new Array(*other.payload_.array);
+        type_ = VariantType::Array;
     } else {
         install(other.copyContentFor(*this));
     }
@@ -71,9 +77,11 @@ Variant& Variant::operator=(const Variant& other) {
     return *this;
 }
 
+// NOLINTNEXTLINE(performance-noexcept-move-constructor): the copy may fail.
 Variant& Variant::operator=(Variant&& other) {
     if (this == &other) return *this;
-    if (other.isPlain() || other.type_ == VariantType::Array) return *this = std::as_const(other);
+    const bool isWithin = other.type_ == VariantType::Array && other.payload_.array->holds(this);
+    if (other.isPlain() || isWithin) return *this = std::as_const(other);
     const Content taken = other.content();
     if (taken.type == VariantType::String) {
         const Content oldContent = content();

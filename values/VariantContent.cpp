@@ -51,7 +51,7 @@ Variant::Content Variant::copyContentFor(const Variant& owner) const {
         copy.payload.rect = newPlain(*payload_.rect);
         break;
     case VariantType::Array:
-        copy.payload.array = Array::createFor(owner, *payload_.array);
+        copy.payload.array = new Array(payload_.array->copyFor(&owner));
         break;
     case VariantType::UnitValue:
         copy.payload.unitValue = new UnitValue(*payload_.unitValue);
@@ -143,7 +143,7 @@ void Variant::setRect(const Rect& rect) {
 }
 
 void Variant::setArray(const Array& array) {
-    install({VariantType::Array, {.array = Array::createFor(*this, array)}, {}});
+    install({VariantType::Array, {.array = new Array(array.copyFor(this))}, {}});
 }
 
 void Variant::setUnitValue(const UnitValue& value) {
@@ -218,9 +218,13 @@ const Array* Variant::getArray() const {
 }
 
 void Variant::getArray(Array& array) const {
+    if (const Array* own = getArray()) {
+        array = *own;
+        return;
+    }
     Variant copy(*this);
     copy.convert(VariantType::Array);
-    array = *copy.payload_.array;
+    array = std::move(*copy.payload_.array);
 }
 
 const UnitValue* Variant::getUnitValue() const {

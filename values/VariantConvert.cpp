@@ -247,7 +247,7 @@ void Variant::formText(String& text) const {
         break;
     case VariantType::Array: {
         // A share of it: an element's text may come from a script that changes this variant.
-        const Array array(*payload_.array);
+        const Array array = payload_.array->share();
         array.toString(text);
         text.insert("[", 0);
         text.append(']');

@@ -228,6 +228,35 @@ TEST(ArrayWithinItself, HoldsWhatTheArrayWasBefore) {
     EXPECT_EQ(array.length(), 3002U);
 } // What holds itself would leak.
 
+TEST(ArrayWithinItself, IsNoticedHoweverTheElementWasReached) {
+    Array array;
+    Variant& element = array[0];
+    element = Array(1024);
+    Array& inner = *element.getArray();
+    inner[0] = array;
+    String text;
+    array.toString(text);
+    EXPECT_TRUE(array == array);
+    inner[1] = array;
+    EXPECT_EQ(inner[1].getArray()->get(0)->getArray()->length(), 1024U);
+    inner += array;
+    EXPECT_EQ(inner[1024].getArray()->length(), 1024U);
+    inner = array;
+    EXPECT_EQ(inner.length(), 1U);
+    inner = std::move(array);
+    EXPECT_EQ(array.length(), 1U);
+    array = std::move(*array[0].getArray());
+    EXPECT_EQ(array[0].getArray()->get(0)->getArray()->length(), 1025U);
+
+    Array* deepest = &array;
+    for (int depth = 0; depth < 500; ++depth) {
+        (*deepest)[0] = Array(1);
+        deepest = (*deepest)[0].getArray();
+    }
+    (*deepest)[0] = array;
+    EXPECT_EQ((*deepest)[0].getArray()->length(), 1U);
+}
+
 TEST(ArrayNesting, EndsInALoopHoweverDeep) {
     Array array;
     for (int depth = 0; depth < 100000; ++depth) {

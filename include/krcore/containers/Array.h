@@ -30,7 +30,10 @@ public:
     explicit Array(unsigned int length);
     ~Array() override;
     Array& operator=(const Array& other);
-    Array& operator=(Array&& other) noexcept;
+    /// Leaves `other` empty; into one of its own elements an array goes by copy, which takes
+    /// memory.
+    // NOLINTNEXTLINE(performance-noexcept-move-constructor): the copy may fail.
+    Array& operator=(Array&& other);
     /// Sets the length; a negative one is 0.
     Array& operator=(int length);
 
@@ -105,15 +108,17 @@ private:
     friend class Variant;
     struct Data;
     class Discard;
+    class Search;
     class Shift;
 
-    explicit Array(Data* adopted) : data_(adopted) {}
-    /// A new array for `slot` to own that shares `source`. When `slot` lies within `source`, it
-    /// shares nothing of what leads there: else the array would come to hold itself.
-    static Array* createFor(const Variant& slot, const Array& source);
-    /// Writes the indexes that lead to the array whose element `slot` is, and returns how many; -1
-    /// when there is none.
-    int findPath(const Variant& slot, unsigned int* path, int depth) const;
+    /// A copy for calls that do not look like one to their caller: elements that were handed out
+    /// may still be written afterwards.
+    Array share() const;
+    /// Whether `place`, an element or the array in one, lies within this array at any depth.
+    bool holds(const void* place) const;
+    /// A copy to be stored at `place`. When that lies within this array, the copy shares nothing of
+    /// what leads there: else the array would come to hold itself.
+    Array copyFor(const void* place) const;
     Array& appendValue(Variant&& value);
     void truncate(unsigned int length);
 

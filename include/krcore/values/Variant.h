@@ -120,7 +120,8 @@ public:
     /// @name Assignment
     /// @{
     Variant& operator=(const Variant& other);
-    /// An array goes by copy, lest it is moved into one of its own elements.
+    /// An array that this variant is an element of goes by copy, which takes memory.
+    // NOLINTNEXTLINE(performance-noexcept-move-constructor): the copy may fail.
     Variant& operator=(Variant&& other);
     Variant& operator=(const Variant* other);
     Variant& operator=(bool value);
