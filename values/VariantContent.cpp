@@ -186,10 +186,11 @@ void Variant::setObject(int id, const String& className, Root* data) {
 }
 
 void Variant::setObjectData(Root* data) {
-    if (type_ != VariantType::Object) return setObject(0, String("Object"), data);
-    if (data == companion_.objectData) return;
+    if (data && data == getObjectData()) return;
+    std::unique_ptr<Root> adopted(data);
+    if (type_ != VariantType::Object) setObjectID(0);
     attributes_ &= Unassigned;
-    delete std::exchange(companion_.objectData, data);
+    delete std::exchange(companion_.objectData, adopted.release());
 }
 
 void Variant::setObjectID(int id) {

@@ -48,7 +48,13 @@ int checkRange(double value, Number minimum, Number maximum) {
     return isInside ? ErrorCode::Ok : ErrorCode::OutOfRange;
 }
 
-int coordinate(const Array& array, unsigned int index) {
+/// A copy, as an element may be an object that changes the variant when it is asked for its number.
+/// Empty for other kinds.
+Array elementsOf(const Variant& value) {
+    return value.getArray() ? Array(*value.getArray()) : Array();
+}
+
+double coordinate(const Array& array, unsigned int index) {
     const Variant* element = array.get(index);
     return element ? element->getInteger() : 0;
 }
@@ -183,6 +189,8 @@ const String& Variant::getString() const {
     }
     String text;
     formText(text);
+    // A script that was called for it may have given this variant a value whose text is kept.
+    if (type_ <= VariantType::String) return getString();
     String& slot = textSlot();
     slot = std::move(text);
     return slot;
@@ -282,7 +290,6 @@ void Variant::formObjectText(String& text) const {
 
 int Variant::convert(VariantType type) {
     if (type == type_) return ErrorCode::Ok;
-    const Array* array = getArray();
     switch (type) {
     case VariantType::Undefined:
         erase();
@@ -299,14 +306,17 @@ int Variant::convert(VariantType type) {
     case VariantType::String:
         setString(getString());
         return ErrorCode::Ok;
-    case VariantType::Point:
-        setPoint(array ? Point(coordinate(*array, 0), coordinate(*array, 1)) : Point());
+    case VariantType::Point: {
+        const Array array = elementsOf(*this);
+        setPoint(Point{coordinate(array, 0), coordinate(array, 1)});
         return ErrorCode::Ok;
-    case VariantType::Rect:
-        setRect(array ? Rect(coordinate(*array, 0), coordinate(*array, 1), coordinate(*array, 2),
-                             coordinate(*array, 3))
-                      : Rect());
+    }
+    case VariantType::Rect: {
+        const Array array = elementsOf(*this);
+        setRect(Rect{coordinate(array, 0), coordinate(array, 1), coordinate(array, 2),
+                     coordinate(array, 3)});
         return ErrorCode::Ok;
+    }
     case VariantType::Array:
         convertToArray();
         return ErrorCode::Ok;

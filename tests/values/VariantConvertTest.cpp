@@ -50,6 +50,25 @@ private:
     Variant value_;
 };
 
+/// Puts an own value into a variant whenever it is asked for anything.
+class Meddler : public LiveObject {
+public:
+    explicit Meddler(Variant& victim) : LiveObject("Meddler", false), victim_(victim) {}
+    int valueOf(Variant& result) const override {
+        victim_ = 5;
+        result = 1;
+        return 0;
+    }
+    int toString(String& text) const override {
+        victim_ = 5;
+        text = victim_.getString() + " was put";
+        return 0;
+    }
+
+private:
+    Variant& victim_;
+};
+
 } // namespace
 
 TEST(VariantConvert, GivesNumbersByTheScriptRules) {
@@ -239,6 +258,18 @@ TEST(VariantLiveObject, CountsReferencesAndKeepsTheInfo) {
     }
     EXPECT_EQ(thing->getRefCount(), 1);
     thing->release();
+}
+
+TEST(VariantLiveObject, SurvivesObjectsThatChangeTheirVariant) {
+    Variant value;
+    auto* meddler = new Meddler(value);
+    value = arrayOf({meddler, meddler, meddler, meddler});
+    EXPECT_EQ(value.convert(VariantType::Rect), 0);
+    EXPECT_EQ(textOf(value), "1:1-1:1");
+    value = meddler;
+    EXPECT_EQ(textOf(value), "5") << "the text is that of the value it has now";
+    EXPECT_EQ(textOf(value), "5");
+    meddler->release();
 }
 
 TEST(VariantLiveObject, FollowsValuesForSixteenSteps) {

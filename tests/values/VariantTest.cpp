@@ -273,6 +273,7 @@ TEST(Variant, StaysAsItWasWhenMemoryRunsOut) {
             }
             value.convert(VariantType::String);
             value = Variant(value);
+            value.setObjectData(new Plain);
         });
     }
     EXPECT_EQ(Counted::count, 0);
