@@ -96,15 +96,17 @@ void BasicArray::appendElement(String& text, const Variant& element) {
     case VariantType::Undefined:
     case VariantType::Null:
         break;
-    case VariantType::Bool:
-    case VariantType::Number:
-        text.append(Variant(element).getString()); // The element itself would keep the text.
+    case VariantType::String:
+        text.append(element.getString());
         break;
     case VariantType::Array:
         element.getArray()->appendText(text, "[", "]");
         break;
     default:
-        text.append(element.getString());
+        // Not by the cache of the element: other threads may read it in arrays that share it.
+        String elementText;
+        element.toString(elementText);
+        text.append(elementText);
     }
 }
 

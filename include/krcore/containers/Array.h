@@ -1,22 +1,18 @@
 #pragma once
 
 #include <krcore/containers/BasicArray.h>
-
-#include <type_traits>
+#include <krcore/values/Variant.h>
 
 namespace KrCore {
-
-class FileSpec;
-class LiveObject;
-class Point;
-class Rect;
 
 /// The array of `Variant` values: argument lists and the storage of script arrays.
 ///
 /// It may be long and full of holes: indexes below its dense limit (1024 or more; 16 for an array
 /// made longer than 4096) live in a vector, the others one by one in a `SparseArray`. Arrays are
 /// values: copying shares the record until either side writes. One array belongs to one thread at a
-/// time; the arrays that share a record may belong to several.
+/// time; the arrays that share a record may belong to several. Threads that read elements they
+/// share ask for values and `toString(text)`, not for `getString()` or `isInteger()` and its like:
+/// these fill caches in the element. The array's own text and comparison fill none.
 ///
 /// A writable element stays valid until the next change of the length, and may not be written any
 /// more once the array was copied. Storing an array in one of its own elements stores what it was

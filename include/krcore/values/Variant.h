@@ -61,9 +61,10 @@ concept VariantForeignPointer =
 ///   holds one reference to it.
 /// - Setters take their argument by value: it may be part of the variant's own content. When memory
 ///   runs out the variant stays as it was.
-/// - Not locked: one variant is used by one thread at a time. That goes for getters too, as they
-///   fill caches, and so for the elements that copies of an array share. Conversions of a live
-///   object hold that object's lock while they call it.
+/// - Not locked: one variant is used by one thread at a time. That goes for `getString` and the
+///   questions about numbers too, as they fill caches, and so for elements that copies of an array
+///   share; copying, comparing, `toString(text)` and the other getters only read. Conversions of a
+///   live object hold that object's lock while they call it.
 /// - Values of the kinds `FileSpec` and `RegExp` cannot be made yet. Their setters are declared but
 ///   join the library with their classes, as `getAsLiveCollection` does.
 class KR_API Variant : public Heap {
