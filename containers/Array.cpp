@@ -60,7 +60,7 @@ bool Array::isDefined(unsigned int index) const {
     return element && element->isDefined();
 }
 
-Variant* Array::getData() const { return data_->dense ? data_->dense->slots() : nullptr; }
+Variant* Array::getData() const { return data_->used() > 0 ? data_->dense->slots() : nullptr; }
 
 Variant& Array::safeGet(unsigned int index) {
     if (index == Data::maxLength) {

@@ -47,6 +47,12 @@ TEST(Array, KeepsLowIndexesDenseAndHighOnesSparse) {
     longOne[4000] = 3;
     EXPECT_EQ(at(longOne, 4000), 3);
 
+    Array sparseOne(0);
+    sparseOne[0] = 4;
+    sparseOne[2000] = 5;
+    sparseOne.removeAt(0, 1);
+    EXPECT_EQ(sparseOne.getData(), nullptr) << "no dense element is left";
+
     const Array denseOne(4096);
     EXPECT_EQ(denseOne.get(4095), denseOne.getData() + 4095);
 }
@@ -186,7 +192,7 @@ TEST(ArrayAppend, TakesEveryKindOfValue) {
     array += String("text");
     array += 1;
     array += 4000000000U;
-    array += true;
+    array += sizeof(char);
     array += Point(1, 2);
     array += static_cast<LiveObject*>(nullptr);
     EXPECT_EQ(array.length(), 8U);

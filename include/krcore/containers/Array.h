@@ -68,6 +68,10 @@ public:
     Array& operator+=(int number);
     Array& operator+=(unsigned int number);
     Array& operator+=(double number);
+    template <VariantInteger T>
+    Array& operator+=(T number) {
+        return *this += static_cast<double>(number);
+    }
     Array& operator+=(bool value);
     Array& operator+=(LiveObject& object);
     Array& operator+=(LiveObject* object);
@@ -76,9 +80,13 @@ public:
     Array& operator+=(const Point& point);
     Array& operator+=(const Rect& rect);
     /// Every other pointer would be appended as `true`.
-    template <class T>
-    requires(!std::is_convertible_v<T*, LiveObject*>) Array& operator+=(T*) = delete;
-    /// Appends the elements of `other`, holes kept, as far as the length allows.
+    Array& operator+=(const Variant*) = delete;
+    template <VariantForeignPointer T>
+    Array& operator+=(T*) = delete;
+    template <VariantCharacter T>
+    Array& operator+=(T) = delete;
+    /// Appends the elements of `other`, holes kept, as far as the length allows. A constant or
+    /// temporary array is a `Variant` for this operator, and so becomes one element.
     Array& operator+=(Array& other);
     /// Sets the length to 0.
     void erase();
