@@ -53,8 +53,10 @@ bool hasAll(UINT page, DWORD flags, const wchar_t* in, int count) {
     return true;
 }
 
-/// Whether the replacement characters in decoded text were in its source.
+/// Whether the replacement characters in decoded text were in its source. In well-formed UTF-7,
+/// which has several forms of one text, they always were.
 bool isFaithful(UINT page, const char* in, int count, const wchar_t* text, int length) {
+    if (page == utf7) return true;
     if (!std::wmemchr(text, replacementCharacter, static_cast<std::size_t>(length))) return true;
     char again[1024];
     const int byteCount =

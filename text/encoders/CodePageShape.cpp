@@ -130,7 +130,7 @@ int base64Digit(unsigned char byte) {
 
 /// "+" begins units in base 64, which any other byte ends; a "-" there belongs to them.
 Stretch measureUtf7(const unsigned char* bytes, int remaining) {
-    if (bytes[0] != '+') return closedAt(1);
+    if (bytes[0] != '+') return bytes[0] < 0x80 ? closedAt(1) : wrong;
     unsigned int bits = 0; // The last ones.
     int end = 1;
     for (; end < remaining && base64Digit(bytes[end]) >= 0; ++end)
