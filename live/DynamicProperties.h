@@ -29,7 +29,7 @@ public:
 
     /// Takes over a record, adds to its flags, gives it its place in the order of creation and
     /// makes it the one used last. When memory is exhausted, deletes it and throws.
-    void add(LiveProperty* record, unsigned extraFlags = 0);
+    void add(LiveProperty* adopted, unsigned extraFlags = 0);
     /// Takes a record out before it is destroyed, since the host's objects that its value holds may
     /// call back. The second form removes all records, the permanent ones with `all` only.
     void remove(LiveProperty& record);

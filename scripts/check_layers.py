@@ -20,6 +20,7 @@ UPWARD_STEPS = {
     "text/EncoderRegistry": {"containers"},       # names are found in a hash table
     "text/Localizer": {"containers", "values"},   # placeholders take their text from an array of values
     "containers/Array": {"values"},               # the array of Variants; no other container knows them
+    "include/krcore/containers/Array": {"values"},
     "values/VariantContent": {"live"},            # a value counts the live object it holds
     "values/VariantConvert": {"live"},            # and asks it for its number and its text
     "values/VariantProperties": {"live"},         # and reads and writes its properties

@@ -39,7 +39,7 @@ int findAnyOf(const String& text, const TextArgument& set, int start) {
     const unsigned short* const units = text.wstr();
     const unsigned short* const end = text.end();
     const unsigned short* from = units + std::clamp(start, 0, text.length());
-    const unsigned short* found = end;
+    const unsigned short* found;
     if (set.length() <= smallSet) {
         found = std::find_first_of(from, end, set.units(), set.units() + set.length());
     } else {

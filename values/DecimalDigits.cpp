@@ -62,6 +62,7 @@ int writeFront(unsigned short* out, std::uint32_t value) {
     }
     const std::uint64_t digits = packDigits(value);
     const int zeros = std::countr_zero(digits) / 8;
+    // NOLINTNEXTLINE(clang-analyzer-core.UndefinedBinaryOperatorResult): some digit is not 0.
     writePacked(out, digits >> 8 * zeros);
     return 8 - zeros;
 }
