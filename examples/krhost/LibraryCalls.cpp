@@ -17,11 +17,7 @@ using namespace KrCore;
 
 namespace {
 
-std::string quoted(const String& text) {
-    std::string result(1, '"');
-    result += TextBridge::toUtf8(text);
-    return result += '"';
-}
+std::string quoted(const String& text) { return "\"" + TextBridge::toUtf8(text) + "\""; }
 
 std::string describe(const Variant& value) {
     switch (value.getType()) {
