@@ -17,7 +17,7 @@ enum class LockSlot {
     ErrorDefinitions = 6,
     WeakReferences = 8,
     Broadcasters = 9, // making the list of listeners
-    LiveObjects = 10, // factories and autostore links
+    LiveObjects = 10, // factories, autostore links, generated IDs
 };
 
 constexpr int lockSlotCount = 15;

@@ -1,5 +1,6 @@
 #include <krcore/live/LiveObject.h>
 
+#include "foundation/LockSlots.h"
 #include "live/LiveObjectData.h"
 #include "live/LiveObjectFlags.h"
 
@@ -35,7 +36,11 @@ LiveProperty* LiveObject::findProperty(int id) const {
 }
 
 int LiveObject::createIDForName(const String& name, int& id, int flags) {
-    id = getNextID();
+    {
+        // The counter is a plain one, and objects of several threads draw from it.
+        LibraryLock guard(LockSlot::LiveObjects);
+        id = getNextID();
+    }
     return defineIDForName(name, id, flags);
 }
 

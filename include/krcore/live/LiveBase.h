@@ -40,7 +40,8 @@ public:
 
     bool isValid() const { return valid_; }
 
-    /// A new property ID, from 0x1F800000 upwards. Not atomic: called on the script thread.
+    /// A new property ID, from 0x1F800000 upwards. Not atomic: called on the script
+    /// thread; objects that draw IDs for names of their own do it under a lock.
     static int getNextID();
 
     /// The text that stands for a property in messages: its name, or a form like
