@@ -9,3 +9,4 @@
 #include <krcore/messages.h>
 #include <krcore/text.h>
 #include <krcore/values.h>
+#include <krcore/xml.h>
