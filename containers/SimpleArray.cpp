@@ -259,6 +259,8 @@ void SimpleArray::merge(const SimpleArray& other, bool keepZeros) {
         }
     } else {
         SparseArray known;
+        // Steps of 8 would move what is found again and again.
+        added.setIncrement(static_cast<int>(std::max<long long>(defaultIncrement, sum / 8)));
         for (const long long value : *this) {
             known.set(value, 1);
         }

@@ -12,6 +12,7 @@ class Localizer;
 class Lock;
 class Root;
 class SimpleArray;
+class XML;
 struct ArrayScratch;
 struct EncodeScratch;
 struct NameQuestion;
@@ -42,6 +43,8 @@ struct Context {
     LiveObjectData* endingObjects = nullptr; ///< Of dead live objects, waiting for their turn.
     bool isEndingObjects = false;
     NameQuestion* nameQuestion = nullptr; ///< The innermost that listeners are asked; on the stack.
+    XML* defaultNamespace = nullptr;      ///< Of new elements and attributes; one reference.
+    XML* currentNamespace = nullptr;      ///< The script engine's; one reference.
     Root* extension = nullptr;            ///< Owned; whatever the host of the context adds.
     Lock* libraryLock = nullptr;          ///< The library's lock table; null single-threaded.
 

@@ -34,10 +34,12 @@ constexpr Hook startHooks[] = {
     startLocalizer,
     startEncoders,
     startErrors,
+    startXML,
 };
 
 constexpr Hook stopHooks[] = {
     stopLocks,
+    stopXML,
     stopLiveObjects,
     stopErrors,
     stopWeakReferences,
@@ -54,6 +56,7 @@ constexpr ContextHook contextHooks[] = {
     endEncodersOf,
     endStringsOf,
     endArraysOf,
+    endXMLOf,
 };
 // clang-format on
 

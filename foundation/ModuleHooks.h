@@ -25,8 +25,10 @@ void startStrings();
 void startLocalizer();
 void startEncoders();
 void startErrors();
+void startXML();
 
 void stopLocks();
+void stopXML();
 void stopLiveObjects();
 void stopErrors();
 void stopWeakReferences();
@@ -45,6 +47,7 @@ void endLocalizerOf(Context& context);
 void endEncodersOf(Context& context);
 void endStringsOf(Context& context);
 void endArraysOf(Context& context);
+void endXMLOf(Context& context);
 
 /// Calls all of these.
 void endModulesOf(Context& context);

@@ -2,7 +2,9 @@
 
 #include <krcore/containers/SimpleArray.h>
 
+#include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <utility>
 
 namespace KrCore {
@@ -15,17 +17,29 @@ public:
     /// Walks the pointers of an array; valid until the next member that writes.
     class Iterator {
     public:
+        using iterator_category = std::forward_iterator_tag;
+        using value_type = T*;
+        using difference_type = std::ptrdiff_t;
+        using pointer = T* const*;
+        using reference = T*;
+
+        Iterator() = default;
         explicit Iterator(const long long* word) : word_(word) {}
         T* operator*() const { return toPointer(*word_); }
         Iterator& operator++() {
             ++word_;
             return *this;
         }
+        Iterator operator++(int) {
+            const Iterator before = *this;
+            ++word_;
+            return before;
+        }
         bool operator==(const Iterator& other) const { return word_ == other.word_; }
         bool operator!=(const Iterator& other) const { return word_ != other.word_; }
 
     private:
-        const long long* word_;
+        const long long* word_ = nullptr;
     };
 
     T* operator[](int index) const { return toPointer(SimpleArray::operator[](index)); }
@@ -105,11 +119,31 @@ public:
         T* item = items_.removeAt(index);
         if (item) item->release();
     }
-    void erase() {
-        const TSimpleArray<T> old(items_);
-        items_.erase();
-        releaseAll(old);
+    /// Removes and releases every element for which `unwanted(T* item)` is true, in one pass.
+    /// Returns how many. `unwanted` must not throw.
+    template <class Unwanted>
+    int removeIf(Unwanted&& unwanted) {
+        const int count = length();
+        int kept = 0;
+        for (int index = 0; index < count; ++index) {
+            T* item = items_[index];
+            if (unwanted(item)) {
+                items_.set(index, nullptr);
+                if (item) item->release();
+            } else if (kept++ != index) {
+                items_.set(index, nullptr);
+                items_.set(kept - 1, item);
+            }
+        }
+        items_.removeGap(kept, count - kept);
+        return count - kept;
     }
+    void erase() { releaseAll(takeItems()); }
+    /// Empties the array without releasing anything: the references are the caller's now.
+    [[nodiscard]] TSimpleArray<T> takeItems() { return std::move(items_); }
+
+    int getIncrement() const { return items_.getIncrement(); }
+    void setIncrement(int increment) { items_.setIncrement(increment); }
 
 private:
     void addRefs() const {

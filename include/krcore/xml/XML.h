@@ -10,8 +10,7 @@ namespace KrCore {
 
 class Error;
 class Variant;
-class XMLTreeBuilder;
-class XMLWriter;
+struct XMLTree;
 
 /// A node of an XML tree, or a list of nodes: elements, attributes, text, comments, processing
 /// instructions, namespace declarations and lists are all of this class and differ by their type.
@@ -32,7 +31,7 @@ class XMLWriter;
 /// - `uri::name`: that local name in the namespace of that URI; `::name` in no namespace,
 ///   `*::name` in any.
 /// - `*`: every node, whatever its type, its name and its namespace; `uri::*` every element (or
-///   attribute) of that namespace.
+///   attribute) of that namespace. All other names find elements and attributes only.
 /// - `@` in front of any of these: attributes instead of children.
 ///
 /// **Threads.** Reference counts are atomic in multi-threaded mode; a tree is not locked and
@@ -72,9 +71,6 @@ public:
     XML(int type, const String& text);
     XML(const XML&) = delete;
     XML& operator=(const XML&) = delete;
-
-    /// Drops a reference. The last one destroys the node and whatever only it held.
-    void release() const override;
 
     /// The same as `isEqual(other, false)`.
     bool operator==(const XML& other) const { return isEqual(other, false); }
@@ -131,7 +127,7 @@ public:
     String getStrippedValue() const;
     /// Whether `getText(name)` is "true".
     bool getBool(const String& name) const;
-    /// `getText(name)` as a number, as `Variant` converts text; 0 when it is none.
+    /// `getText(name)` as a number, converted as by `Variant`.
     int getInteger(const String& name) const;
     double getDouble(const String& name) const;
     /// This node when it is an element, the element of a list that holds just one node, or null.
@@ -141,7 +137,8 @@ public:
     static bool checkSymbolSyntax(const String& name);
 
     // Navigation. Each gives a new list, in document order unless it says otherwise, empty when
-    // there is nothing. For a list, what its members give, each node once, in first-seen order.
+    // there is nothing. For a list, what its members give, each node once, in first-seen order;
+    // siblings parent by parent.
 
     XML* parent_r() const;
     /// The parents from the nearest to the root; with `includeSelf` behind the node itself.
@@ -170,9 +167,11 @@ public:
     // Mutation. What is inserted leaves the tree it was in; with `copy` a copy goes in and the
     // node stays where it is. A node is never inserted into itself or below itself.
 
-    /// Appends an empty element in the default namespace, or with "@" an attribute (which
-    /// replaces one of the same name). Returns it, borrowed; null for an empty name and for nodes
-    /// that take no children. In a list of one element "@" means that element.
+    /// Appends an empty element in the default namespace, or with "@" an attribute, which replaces
+    /// one of the same name. With `uri::name` it is in the namespace of that URI: one that is in
+    /// scope, or a new one of the prefix "*", which gets its prefix when it is printed. Returns it,
+    /// borrowed; null for a name that is empty or "*" and for nodes that take no children. In a
+    /// list of one element "@" means that element.
     XML* add(const String& name);
     /// The same with a text child, or a value for an attribute.
     XML* add(const String& name, const String& value);
@@ -184,14 +183,16 @@ public:
     /// of the first one, the others are removed; where there is none it is appended. A list of one
     /// element stands for that element; other lists give null. A name with "/" but without "::" is
     /// a path: all pieces but the last name the first child of that name, made where it is missing;
-    /// an empty piece or one with "@" before the last gives null.
+    /// an empty piece or one with "@" before the last gives null. What
+    /// was made on the way stays when memory runs out.
     XML* put(const String& name);
     XML* put(const String& name, const String& value);
     XML* put(const String& name, const XML& node, bool copy);
     /// Inserts a node, or the members of a list, at an index clipped to 0 ... `length()`. Into an
     /// element, attributes go to its attributes and namespaces to its declarations, whatever the
     /// index, and replace those of the same name or prefix. A list takes any node and leaves its
-    /// parent alone; a node may be in it more than once. False, and nothing changes, for nodes
+    /// parent alone; a node may be in it more than once. Of a list's members the attributes and
+    /// declarations go first, one by one. False, and nothing changes, for nodes
     /// that take no children, and for a node that is the target or one of its ancestors.
     bool insert(const XML& node, int index, bool copy);
     /// The same for one child: an element, text, a comment or a processing instruction; false for
@@ -210,7 +211,7 @@ public:
     /// its descendants too. Nodes in that namespace stay in it. Whether there was one.
     bool removeNS(const XML& ns, bool deep);
     /// Removes empty text and joins neighbouring texts, in the whole tree below. A CDATA section
-    /// counts as text.
+    /// counts as text. Of a list's own members only texts that are in no tree take part.
     void normalize();
     /// Calls `visit(node, data)` for each child or member, or attribute with `mode` Attributes,
     /// until it returns false. False when it did. `visit` may change the tree; the walk goes by
@@ -267,9 +268,11 @@ public:
     String toXMLString(int indent) const;
 
 private:
-    friend class XMLTreeBuilder;
-    friend class XMLWriter;
+    friend struct XMLTree;
 
+    /// A node as it is, whatever the default namespace.
+    struct Plain {};
+    XML(Plain, int type) noexcept : type_(type) {}
     ~XML() override;
 
     String name_;
