@@ -13,6 +13,10 @@ target_include_directories(krcore
     PRIVATE "${PROJECT_SOURCE_DIR}")
 target_link_libraries(krcore PRIVATE "$<BUILD_INTERFACE:krcore_options>")
 
+# The build of Expat whose characters are 16 bits wide: it hands text over as it stands in a String.
+find_package(ExpatW 2.4 REQUIRED)
+target_link_libraries(krcore PRIVATE "$<BUILD_INTERFACE:Expat::ExpatW>")
+
 if(WIN32)
     set_target_properties(krcore PROPERTIES PREFIX "" IMPORT_PREFIX "lib")
     enable_language(RC)

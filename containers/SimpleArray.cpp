@@ -51,6 +51,12 @@ SimpleArray::Buffer* SimpleArray::share(const SimpleArray& other) {
     return other.buffer_;
 }
 
+SimpleArray::SimpleArray(const long long* words, int count) : SimpleArray() {
+    if (count < 1) return;
+    buffer_ = createBuffer(count, emptyBuffer_, count);
+    std::memcpy(elements(), words, static_cast<std::size_t>(count) * sizeof(long long));
+}
+
 SimpleArray::SimpleArray(const SimpleArray& other) : Heap(), buffer_(share(other)) {}
 
 SimpleArray::~SimpleArray() { release(); }

@@ -6,7 +6,7 @@ cd "$(dirname "$0")/.."
 top=$PWD
 prefix=$top/build/windows-dependencies
 work=$top/build/windows-dependencies-work
-stamp=$prefix/.complete-1
+stamp=$prefix/.complete-2
 [ ! -e "$stamp" ] || exit 0
 rm -rf "$prefix" "$work"
 mkdir -p "$prefix/include" "$prefix/lib" "$work"
@@ -51,7 +51,7 @@ fetch_sources expat duktape
 build_with_cmake googletest /usr/src/googletest -DBUILD_GMOCK=OFF
 
 build_with_cmake expat "$(unpack expat)/expat" -DEXPAT_SHARED_LIBS=OFF -DEXPAT_BUILD_TOOLS=OFF \
-    -DEXPAT_BUILD_TESTS=OFF -DEXPAT_BUILD_DOCS=OFF -DEXPAT_BUILD_EXAMPLES=OFF
+    -DEXPAT_BUILD_TESTS=OFF -DEXPAT_BUILD_DOCS=OFF -DEXPAT_BUILD_EXAMPLES=OFF -DEXPAT_CHAR_TYPE=ushort
 
 duktape=$(unpack duktape)/src
 x86_64-w64-mingw32-gcc-posix -O2 -c "$duktape/duktape.c" -o "$work/duktape.o"

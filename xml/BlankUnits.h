@@ -18,6 +18,12 @@ struct UnitRange {
     bool isEmpty() const noexcept { return begin == end; }
 };
 
+inline bool isBlank(UnitRange text) noexcept {
+    while (!text.isEmpty() && isXMLBlank(*text.begin))
+        ++text.begin;
+    return text.isEmpty();
+}
+
 /// `text` without the XML white space at its ends.
 inline UnitRange withoutBlanks(const String& text) noexcept {
     UnitRange range{text.begin(), text.end()};

@@ -17,6 +17,8 @@ namespace KrCore {
 class KR_API SimpleArray : public Heap {
 public:
     SimpleArray() : buffer_(&emptyBuffer_) {}
+    /// A copy of `count` words, with a capacity of just that.
+    SimpleArray(const long long* words, int count);
     SimpleArray(const SimpleArray& other);
     SimpleArray(SimpleArray&& other) noexcept : buffer_(other.buffer_) {
         other.buffer_ = &emptyBuffer_;

@@ -42,6 +42,11 @@ public:
         const long long* word_ = nullptr;
     };
 
+    TSimpleArray() = default;
+    /// A copy of `count` pointers, with a capacity of just that.
+    TSimpleArray(T* const* items, int count)
+        : SimpleArray(reinterpret_cast<const long long*>(items), count) {}
+
     T* operator[](int index) const { return toPointer(SimpleArray::operator[](index)); }
     /// Replaces the element; an index out of range is absorbed.
     void set(int index, T* item) { SimpleArray::operator[](index) = toWord(item); }
@@ -141,6 +146,10 @@ public:
     void erase() { releaseAll(takeItems()); }
     /// Empties the array without releasing anything: the references are the caller's now.
     [[nodiscard]] TSimpleArray<T> takeItems() { return std::move(items_); }
+
+    /// Puts pointers into the empty array, with the references that they arrive with. On
+    /// `OutOfMemory` these stay the caller's.
+    void adopt(T* const* items, int count) { items_ = TSimpleArray<T>(items, count); }
 
     int getIncrement() const { return items_.getIncrement(); }
     void setIncrement(int increment) { items_.setIncrement(increment); }

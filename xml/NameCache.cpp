@@ -1,0 +1,48 @@
+#include "xml/NameCache.h"
+
+#include <algorithm>
+
+namespace KrCore {
+
+namespace {
+
+std::uint32_t hashOf(UnitRange text) noexcept {
+    std::uint32_t hash = 0;
+    for (const unsigned short* unit = text.begin; unit != text.end; ++unit)
+        hash = hash * 31 + *unit;
+    return hash ^ (hash >> 8);
+}
+
+} // namespace
+
+const NameCache::Name& NameCache::find(UnitRange full) {
+    Name& name = names_[hashOf(full) % size];
+    if (!std::equal(full.begin, full.end, name.full.begin(), name.full.end())) split(name, full);
+    if (name.generation != namespaces_.generation()) {
+        name.ns = resolve(name);
+        name.generation = namespaces_.generation();
+    }
+    return name;
+}
+
+/// A URI may hold line feeds, a local name cannot.
+void NameCache::split(Name& name, UnitRange full) {
+    const unsigned short* local = full.end;
+    while (local != full.begin && local[-1] != '\n')
+        --local;
+    name.generation = -1;
+    name.full = String(full.begin, full.length());
+    name.local =
+        local == full.begin ? name.full : String(local, static_cast<int>(full.end - local));
+}
+
+/// A prefix says more than a default: an attribute without one is in no namespace at all.
+XML* NameCache::resolve(const Name& name) {
+    const int uriLength = name.full.length() - name.local.length() - 1;
+    if (uriLength >= 0)
+        return namespaces_.findByUri({name.full.begin(), name.full.begin() + uriLength},
+                                     forAttributes_);
+    return forAttributes_ ? nullptr : namespaces_.findDefault();
+}
+
+} // namespace KrCore

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "xml/NamespaceStack.h"
+
+#include <cstdint>
+
+namespace KrCore {
+
+/// The names of elements, or of attributes, that a text repeats: their local names as shared
+/// strings, and their namespaces as far as these stay the same. Holds the last name of each hash
+/// value, so a text of many different names costs no memory.
+class NameCache {
+public:
+    NameCache(NamespaceStack& namespaces, bool forAttributes)
+        : namespaces_(namespaces), forAttributes_(forAttributes) {}
+
+    struct Name {
+        String full; ///< URI, line feed, local name; or the local name alone.
+        String local;
+        XML* ns = nullptr; ///< Borrowed from the stack; null for none.
+        int generation = -1;
+    };
+    /// Borrowed until the next call.
+    const Name& find(UnitRange full);
+
+private:
+    static constexpr std::uint32_t size = 256;
+
+    void split(Name& name, UnitRange full);
+    XML* resolve(const Name& name);
+
+    NamespaceStack& namespaces_;
+    bool forAttributes_;
+    Name names_[size];
+};
+
+} // namespace KrCore

@@ -1,0 +1,255 @@
+#include "xml/TreeBuilder.h"
+
+#include "xml/ExpatErrors.h"
+#include "xml/ExpatMemory.h"
+
+#include <krcore/foundation/ErrorCode.h>
+
+#include <cstdint>
+#include <utility>
+
+namespace KrCore {
+
+static_assert(sizeof(XML_Char) == sizeof(unsigned short), "Expat hands over 16-bit text");
+static_assert(XML_MAJOR_VERSION > 2 || (XML_MAJOR_VERSION == 2 && XML_MINOR_VERSION >= 4),
+              "older versions expand entities without limit");
+
+namespace {
+
+constexpr XML_Char utf16[] = {'U', 'T', 'F', '-', '1', '6', 0};
+
+UnitRange untilZero(const unsigned short* text) noexcept {
+    const unsigned short* end = text;
+    while (*end != 0)
+        ++end;
+    return {text, end};
+}
+
+String toString(UnitRange text) { return String(text.begin, text.length()); }
+
+struct ParserCloser {
+    XML_Parser parser;
+    ~ParserCloser() { XML_ParserFree(parser); }
+};
+
+} // namespace
+
+/// The builder's members as Expat calls them. No exception gets past these.
+struct XMLTreeBuilder::ExpatHandlers {
+    template <auto member, class... Arguments>
+    static void XMLCALL call(void* data, Arguments... arguments) {
+        auto& builder = *static_cast<XMLTreeBuilder*>(data);
+        if (builder.isOutOfMemory_) return;
+        try {
+            (builder.*member)(arguments...);
+        } catch (const OutOfMemory&) {
+            builder.stopForMemory();
+        }
+    }
+    static void XMLCALL endElement(void* data, const XML_Char*) {
+        call<&XMLTreeBuilder::endElement>(data);
+    }
+    static void XMLCALL endNamespace(void*, const XML_Char*) {}
+
+    static void install(XML_Parser parser) {
+        XML_SetElementHandler(parser, call<&XMLTreeBuilder::startElement>, endElement);
+        XML_SetNamespaceDeclHandler(parser, call<&XMLTreeBuilder::startNamespace>, endNamespace);
+        XML_SetCharacterDataHandler(parser, call<&XMLTreeBuilder::addText>);
+        XML_SetCommentHandler(parser, call<&XMLTreeBuilder::addComment>);
+        XML_SetProcessingInstructionHandler(parser, call<&XMLTreeBuilder::addInstruction>);
+        XML_SetCdataSectionHandler(parser, call<&XMLTreeBuilder::startCData>,
+                                   call<&XMLTreeBuilder::endCData>);
+    }
+};
+
+XMLTreeBuilder::~XMLTreeBuilder() {
+    for (XML* node : nodes_)
+        node->release();
+}
+
+ParseOutcome XMLTreeBuilder::run(int start) {
+    constexpr XML_Char separator[] = {'\n', 0};
+    start_ = start;
+    declaredScopes_ = namespaces_.size();
+    const ParserCloser closer{XML_ParserCreate_MM(nullptr, &heapForExpat, separator)};
+    parser_ = closer.parser;
+    if (!parser_) return {ErrorCode::OutOfMemory, 1, 0, start};
+    XML_SetUserData(parser_, this);
+    ExpatHandlers::install(parser_);
+    // A String is short enough for the bytes to count as an int.
+    const int byteCount = (text_.length() - start) * 2;
+    const bool isGood = XML_SetEncoding(parser_, utf16) == XML_STATUS_OK &&
+                        XML_Parse(parser_, reinterpret_cast<const char*>(text_.begin() + start),
+                                  byteCount, 1) == XML_STATUS_OK;
+    ParseOutcome outcome{0, static_cast<int>(XML_GetCurrentLineNumber(parser_)),
+                         static_cast<int>(XML_GetCurrentColumnNumber(parser_)), start};
+    const std::int64_t byteIndex = XML_GetCurrentByteIndex(parser_);
+    if (byteIndex > 0) outcome.position += static_cast<int>(byteIndex / 2);
+    if (isOutOfMemory_) {
+        outcome.code = ErrorCode::OutOfMemory;
+    } else if (!isGood) {
+        outcome.code = errorCodeOfExpat(XML_GetErrorCode(parser_));
+    }
+    parser_ = nullptr;
+    return outcome;
+}
+
+InterfacePtr<XML> XMLTreeBuilder::takeResult() {
+    while (!open_.isEmpty()) {
+        closeElement(open_.top());
+        open_.pop();
+    }
+    if (nodes_.isEmpty()) return XMLTree::make(XML::Text);
+    if (nodes_.size() == 1) {
+        XML* node = nodes_.top();
+        nodes_.pop();
+        return InterfacePtr<XML>::adopt(node);
+    }
+    InterfacePtr<XML> list = XMLTree::make(XML::List);
+    handOver(XMLTree::children(*list), 0, nullptr);
+    return list;
+}
+
+void XMLTreeBuilder::startNamespace(const unsigned short* prefix, const unsigned short* uri) {
+    const InterfacePtr<XML> ns = XMLTree::make(XML::Namespace);
+    if (prefix) XMLTree::name(*ns) = toString(untilZero(prefix));
+    if (uri) XMLTree::value(*ns) = toString(untilZero(uri));
+    namespaces_.push(ns.get());
+}
+
+void XMLTreeBuilder::startElement(const unsigned short* name, const unsigned short** attributes) {
+    flushText();
+    const std::size_t outerScopes = declaredScopes_;
+    XML* element = pushNamed(XML::Element, elementNames_.find(untilZero(name)));
+    open_.push({element, nodes_.size(), outerScopes});
+    addDeclarations(*element);
+    addAttributes(*element, attributes);
+}
+
+void XMLTreeBuilder::endElement() {
+    flushText();
+    const Open open = open_.top();
+    if (filter_.ignoreWhitespace) stripTexts(open.firstChild);
+    closeElement(open);
+    open_.pop();
+    namespaces_.popTo(open.outerScopes);
+    declaredScopes_ = open.outerScopes;
+}
+
+void XMLTreeBuilder::addText(const unsigned short* units, int count) {
+    if (count == 1 && *units == '\n') {
+        addLineEnd();
+    } else {
+        pendingText_.append(UnitRange{units, units + count});
+    }
+}
+
+/// Kept: line ends stay as they were written, although Expat reports each as a line feed (held by
+/// XMLParse.KeepsWrittenLineEnds). Where the line feed comes from a reference, the text has its "&"
+/// there.
+void XMLTreeBuilder::addLineEnd() {
+    const std::int64_t byteIndex = XML_GetCurrentByteIndex(parser_);
+    const std::int64_t index = byteIndex < 0 ? text_.length() : start_ + byteIndex / 2;
+    const bool isReturn = index < text_.length() && text_.begin()[index] == '\r';
+    if (isReturn) pendingText_.append('\r');
+    const bool isPair = isReturn && index + 1 < text_.length() && text_.begin()[index + 1] == '\n';
+    if (!isReturn || isPair) pendingText_.append('\n');
+}
+
+void XMLTreeBuilder::addComment(const unsigned short* text) {
+    flushText();
+    if (filter_.ignoreComments) return;
+    XMLTree::value(*pushNode(XMLTree::make(XML::Comment))) = toString(untilZero(text));
+}
+
+void XMLTreeBuilder::addInstruction(const unsigned short* target, const unsigned short* data) {
+    flushText();
+    if (filter_.ignoreProcessingInstructions) return;
+    XML* node = pushNode(XMLTree::make(XML::ProcessingInstruction));
+    XMLTree::name(*node) = toString(untilZero(target));
+    XMLTree::value(*node) = toString(untilZero(data));
+}
+
+void XMLTreeBuilder::startCData() { flushText(); }
+
+/// White space in a CDATA section is meant.
+void XMLTreeBuilder::endCData() {
+    const bool ignoreWhitespace = std::exchange(filter_.ignoreWhitespace, false);
+    XML* text = flushText();
+    if (text) XMLTree::name(*text) = cdata_;
+    filter_.ignoreWhitespace = ignoreWhitespace;
+}
+
+/// The text node that the characters so far have become; null when they make none.
+XML* XMLTreeBuilder::flushText() {
+    const UnitRange text = pendingText_.range();
+    if (text.isEmpty()) return nullptr;
+    XML* node = nullptr;
+    if (!filter_.ignoreWhitespace || !isBlank(text)) {
+        InterfacePtr<XML> made = XMLTree::make(XML::Text);
+        XMLTree::value(*made) = toString(text);
+        node = pushNode(std::move(made));
+    }
+    pendingText_.clear();
+    return node;
+}
+
+XML* XMLTreeBuilder::pushNode(InterfacePtr<XML> node) {
+    nodes_.push(node.get());
+    return node.detach();
+}
+
+XML* XMLTreeBuilder::pushNamed(int type, const NameCache::Name& name) {
+    XML* node = pushNode(XMLTree::make(type));
+    XMLTree::name(*node) = name.local;
+    if (name.ns) XMLTree::setNamespace(*node, name.ns);
+    return node;
+}
+
+/// Gives the element what was declared for it just before it began.
+void XMLTreeBuilder::addDeclarations(XML& element) {
+    for (std::size_t index = declaredScopes_; index < namespaces_.size(); ++index)
+        XMLTree::append(XMLTree::declarations(element), namespaces_[index]);
+    declaredScopes_ = namespaces_.size();
+}
+
+void XMLTreeBuilder::addAttributes(XML& element, const unsigned short** attributes) {
+    const std::size_t first = nodes_.size();
+    for (; *attributes; attributes += 2) {
+        XML* node = pushNamed(XML::Attribute, attributeNames_.find(untilZero(attributes[0])));
+        XMLTree::value(*node) = toString(untilZero(attributes[1]));
+    }
+    handOver(XMLTree::attributes(element), first, &element);
+}
+
+/// Moves the nodes from `first` on from the stack into an empty array.
+void XMLTreeBuilder::handOver(TISimpleArray<XML>& array, std::size_t first, XML* parent) {
+    if (nodes_.size() == first) return;
+    array.adopt(nodes_.begin() + first, static_cast<int>(nodes_.size() - first));
+    nodes_.shrinkTo(first);
+    for (XML* node : array)
+        XMLTree::setParent(*node, parent);
+}
+
+void XMLTreeBuilder::closeElement(const Open& open) {
+    if (nodes_.size() > open.firstChild) XMLTree::setHasChildren(*open.element);
+    handOver(XMLTree::children(*open.element), open.firstChild, open.element);
+}
+
+/// Texts beside other nodes lose the white space at their ends, CDATA sections excepted. Dropped
+/// nodes do not count.
+void XMLTreeBuilder::stripTexts(std::size_t first) {
+    if (nodes_.size() - first < 2) return;
+    for (std::size_t index = first; index < nodes_.size(); ++index) {
+        XML& node = *nodes_[index];
+        if (node.getType() == XML::Text && node.getName().isEmpty())
+            XMLTree::value(node) = node.getStrippedValue();
+    }
+}
+
+void XMLTreeBuilder::stopForMemory() noexcept {
+    isOutOfMemory_ = true;
+    XML_StopParser(parser_, XML_FALSE);
+}
+
+} // namespace KrCore
