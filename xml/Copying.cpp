@@ -1,24 +1,25 @@
-#include "xml/WorkStack.h"
-#include "xml/XMLTree.h"
+#include "xml/NodeStack.h"
 
 namespace KrCore {
 
 namespace {
 
-/// Everything but children and parent. Declarations and namespaces are shared: nobody's child, they
-/// may belong to many nodes.
-InterfacePtr<XML> copyHead(const XML& node) {
-    InterfacePtr<XML> copy = XMLTree::make(node.getType(), node.getName(), node.getValue());
+/// Everything but arrays and parent. Namespaces are shared: nobody's child, they may belong to many
+/// nodes.
+XML* pushCopy(NodeStack& copies, const XML& node) {
+    XML* copy = copies.push(XMLTree::make(node.getType(), node.getName(), node.getValue()));
     XMLTree::setNamespace(*copy, const_cast<XML*>(node.getNamespace()));
-    for (XML* declaration : XMLTree::declarations(node))
-        XMLTree::append(XMLTree::declarations(*copy), declaration);
-    for (const XML* attribute : XMLTree::attributes(node)) {
-        const InterfacePtr<XML> own = copyHead(*attribute);
-        XMLTree::append(XMLTree::attributes(*copy), own.get());
-        XMLTree::setParent(*own, copy.get());
-    }
     if (XMLTree::hasChildren(node)) XMLTree::setHasChildren(*copy);
     return copy;
+}
+
+void copyAttributes(NodeStack& copies, const XML& node, XML& copy) {
+    for (XML* declaration : XMLTree::declarations(node))
+        XMLTree::append(XMLTree::declarations(copy), declaration);
+    const std::size_t first = copies.size();
+    for (const XML* attribute : XMLTree::attributes(node))
+        pushCopy(copies, *attribute);
+    copies.handOver(XMLTree::attributes(copy), first, &copy);
 }
 
 /// Everything; a list's members, which have their parents elsewhere, are free in the copy.
@@ -26,24 +27,28 @@ InterfacePtr<XML> copyTree(const XML& top) {
     struct Place {
         const XML* original;
         XML* copy;
+        std::size_t firstChild; ///< Among the copies.
         int next;
     };
-    InterfacePtr<XML> result = copyHead(top);
+    NodeStack copies;
     WorkStack<Place> places;
-    places.push({&top, result.get(), 0});
+    const auto open = [&](const XML& node) {
+        XML* copy = pushCopy(copies, node);
+        copyAttributes(copies, node, *copy);
+        if (node.length() > 0) places.push({&node, copy, copies.size(), 0});
+    };
+    open(top);
     while (!places.isEmpty()) {
         Place& place = places.top();
-        const XML* child = place.original->getChild(place.next++);
-        if (!child) {
+        if (place.next < place.original->length()) {
+            open(*XMLTree::children(*place.original)[place.next++]);
+        } else {
+            XML* parent = place.original->getType() == XML::List ? nullptr : place.copy;
+            copies.handOver(XMLTree::children(*place.copy), place.firstChild, parent);
             places.pop();
-            continue;
         }
-        const InterfacePtr<XML> own = copyHead(*child);
-        XMLTree::append(XMLTree::children(*place.copy), own.get());
-        if (place.original->getType() != XML::List) XMLTree::setParent(*own, place.copy);
-        if (child->length() > 0) places.push({child, own.get(), 0});
     }
-    return result;
+    return copies.pop();
 }
 
 /// Adds what the ancestors of `original` declare to the copy's own declarations.

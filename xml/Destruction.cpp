@@ -12,6 +12,7 @@ class DyingNodes {
 public:
     /// Takes the references that `node` holds on `members`, and the members' links to it.
     void takeMembers(const XML& node, TISimpleArray<XML>& members) {
+        if (members.length() == 0) return;
         for (XML* member : members.takeItems()) {
             if (member->getParent() == &node) XMLTree::setParent(*member, nullptr);
             if (member->getRefCount() == 1 && !member->getParent()) {

@@ -66,10 +66,24 @@ void appendReference(UnitBuffer& out, unsigned short unit) {
     }
 }
 
+/// Short texts, mostly names: checked while they are copied. Returns how many units got through.
+int appendWhilePlain(UnitBuffer& out, UnitRange text, std::uint64_t specials) {
+    unsigned short* room = out.extend(text.length());
+    int count = 0;
+    while (count < text.length() && !isSpecial(text.begin[count], specials)) {
+        room[count] = text.begin[count];
+        ++count;
+    }
+    out.shrinkBy(text.length() - count);
+    return count;
+}
+
 } // namespace
 
 void appendEscaped(UnitBuffer& out, UnitRange text, EscapeKind kind) {
-    while (true) {
+    if (text.length() < 2 * UnitBlock::size)
+        text.begin += appendWhilePlain(out, text, kind == EscapeKind::Text ? inText : inAttributes);
+    while (!text.isEmpty()) {
         const unsigned short* special = findSpecial(text, kind);
         out.append(UnitRange{text.begin, special});
         if (special == text.end) return;

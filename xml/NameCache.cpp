@@ -1,23 +1,12 @@
 #include "xml/NameCache.h"
 
-#include <algorithm>
+#include "xml/ShortTexts.h"
 
 namespace KrCore {
 
-namespace {
-
-std::uint32_t hashOf(UnitRange text) noexcept {
-    std::uint32_t hash = 0;
-    for (const unsigned short* unit = text.begin; unit != text.end; ++unit)
-        hash = hash * 31 + *unit;
-    return hash ^ (hash >> 8);
-}
-
-} // namespace
-
 const NameCache::Name& NameCache::find(UnitRange full) {
     Name& name = names_[hashOf(full) % size];
-    if (!std::equal(full.begin, full.end, name.full.begin(), name.full.end())) split(name, full);
+    if (!isSameText(name.full, full)) split(name, full);
     if (name.generation != namespaces_.generation()) {
         name.ns = resolve(name);
         name.generation = namespaces_.generation();

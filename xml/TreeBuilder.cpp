@@ -62,11 +62,6 @@ struct XMLTreeBuilder::ExpatHandlers {
     }
 };
 
-XMLTreeBuilder::~XMLTreeBuilder() {
-    for (XML* node : nodes_)
-        node->release();
-}
-
 ParseOutcome XMLTreeBuilder::run(int start) {
     constexpr XML_Char separator[] = {'\n', 0};
     start_ = start;
@@ -77,12 +72,17 @@ ParseOutcome XMLTreeBuilder::run(int start) {
     XML_SetUserData(parser_, this);
     ExpatHandlers::install(parser_);
     // A String is short enough for the bytes to count as an int.
-    const int byteCount = (text_.length() - start) * 2;
+    const int byteCount = (source_.length() - start) * 2;
     const bool isGood = XML_SetEncoding(parser_, utf16) == XML_STATUS_OK &&
-                        XML_Parse(parser_, reinterpret_cast<const char*>(text_.begin() + start),
+                        XML_Parse(parser_, reinterpret_cast<const char*>(source_.begin() + start),
                                   byteCount, 1) == XML_STATUS_OK;
-    ParseOutcome outcome{0, static_cast<int>(XML_GetCurrentLineNumber(parser_)),
-                         static_cast<int>(XML_GetCurrentColumnNumber(parser_)), start};
+    const ParseOutcome outcome = outcomeOf(isGood);
+    parser_ = nullptr;
+    return outcome;
+}
+
+ParseOutcome XMLTreeBuilder::outcomeOf(bool isGood) const {
+    ParseOutcome outcome{0, 0, 0, start_};
     const std::int64_t byteIndex = XML_GetCurrentByteIndex(parser_);
     if (byteIndex > 0) outcome.position += static_cast<int>(byteIndex / 2);
     if (isOutOfMemory_) {
@@ -90,7 +90,10 @@ ParseOutcome XMLTreeBuilder::run(int start) {
     } else if (!isGood) {
         outcome.code = errorCodeOfExpat(XML_GetErrorCode(parser_));
     }
-    parser_ = nullptr;
+    if (outcome.code == 0) return outcome;
+    // Expat counts the lines of the whole text for the answer.
+    outcome.line = static_cast<int>(XML_GetCurrentLineNumber(parser_));
+    outcome.column = static_cast<int>(XML_GetCurrentColumnNumber(parser_));
     return outcome;
 }
 
@@ -99,14 +102,10 @@ InterfacePtr<XML> XMLTreeBuilder::takeResult() {
         closeElement(open_.top());
         open_.pop();
     }
-    if (nodes_.isEmpty()) return XMLTree::make(XML::Text);
-    if (nodes_.size() == 1) {
-        XML* node = nodes_.top();
-        nodes_.pop();
-        return InterfacePtr<XML>::adopt(node);
-    }
+    if (nodes_.size() == 0) return XMLTree::make(XML::Text);
+    if (nodes_.size() == 1) return nodes_.pop();
     InterfacePtr<XML> list = XMLTree::make(XML::List);
-    handOver(XMLTree::children(*list), 0, nullptr);
+    nodes_.handOver(XMLTree::children(*list), 0, nullptr);
     return list;
 }
 
@@ -140,7 +139,7 @@ void XMLTreeBuilder::addText(const unsigned short* units, int count) {
     if (count == 1 && *units == '\n') {
         addLineEnd();
     } else {
-        pendingText_.append(UnitRange{units, units + count});
+        text_.append({units, units + count});
     }
 }
 
@@ -148,24 +147,31 @@ void XMLTreeBuilder::addText(const unsigned short* units, int count) {
 /// XMLParse.KeepsWrittenLineEnds). Where the line feed comes from a reference, the text has its "&"
 /// there.
 void XMLTreeBuilder::addLineEnd() {
+    static constexpr unsigned short lineFeed[] = {'\n'};
     const std::int64_t byteIndex = XML_GetCurrentByteIndex(parser_);
-    const std::int64_t index = byteIndex < 0 ? text_.length() : start_ + byteIndex / 2;
-    const bool isReturn = index < text_.length() && text_.begin()[index] == '\r';
-    if (isReturn) pendingText_.append('\r');
-    const bool isPair = isReturn && index + 1 < text_.length() && text_.begin()[index + 1] == '\n';
-    if (!isReturn || isPair) pendingText_.append('\n');
+    const unsigned short* place =
+        byteIndex < 0 ? source_.end() : source_.begin() + start_ + byteIndex / 2;
+    const bool isReturn = place < source_.end() && *place == '\r';
+    if (isReturn) {
+        const bool isPair = place + 1 < source_.end() && place[1] == '\n';
+        text_.append({place, place + (isPair ? 2 : 1)});
+    } else if (place < source_.end() && *place == '\n') {
+        text_.append({place, place + 1});
+    } else {
+        text_.append({lineFeed, lineFeed + 1});
+    }
 }
 
 void XMLTreeBuilder::addComment(const unsigned short* text) {
     flushText();
     if (filter_.ignoreComments) return;
-    XMLTree::value(*pushNode(XMLTree::make(XML::Comment))) = toString(untilZero(text));
+    XMLTree::value(*nodes_.push(XMLTree::make(XML::Comment))) = toString(untilZero(text));
 }
 
 void XMLTreeBuilder::addInstruction(const unsigned short* target, const unsigned short* data) {
     flushText();
     if (filter_.ignoreProcessingInstructions) return;
-    XML* node = pushNode(XMLTree::make(XML::ProcessingInstruction));
+    XML* node = nodes_.push(XMLTree::make(XML::ProcessingInstruction));
     XMLTree::name(*node) = toString(untilZero(target));
     XMLTree::value(*node) = toString(untilZero(data));
 }
@@ -182,25 +188,19 @@ void XMLTreeBuilder::endCData() {
 
 /// The text node that the characters so far have become; null when they make none.
 XML* XMLTreeBuilder::flushText() {
-    const UnitRange text = pendingText_.range();
+    const UnitRange text = text_.range();
     if (text.isEmpty()) return nullptr;
     XML* node = nullptr;
     if (!filter_.ignoreWhitespace || !isBlank(text)) {
-        InterfacePtr<XML> made = XMLTree::make(XML::Text);
-        XMLTree::value(*made) = toString(text);
-        node = pushNode(std::move(made));
+        node = nodes_.push(XMLTree::make(XML::Text));
+        XMLTree::value(*node) = values_.find(text);
     }
-    pendingText_.clear();
+    text_.clear();
     return node;
 }
 
-XML* XMLTreeBuilder::pushNode(InterfacePtr<XML> node) {
-    nodes_.push(node.get());
-    return node.detach();
-}
-
 XML* XMLTreeBuilder::pushNamed(int type, const NameCache::Name& name) {
-    XML* node = pushNode(XMLTree::make(type));
+    XML* node = nodes_.push(XMLTree::make(type));
     XMLTree::name(*node) = name.local;
     if (name.ns) XMLTree::setNamespace(*node, name.ns);
     return node;
@@ -217,23 +217,14 @@ void XMLTreeBuilder::addAttributes(XML& element, const unsigned short** attribut
     const std::size_t first = nodes_.size();
     for (; *attributes; attributes += 2) {
         XML* node = pushNamed(XML::Attribute, attributeNames_.find(untilZero(attributes[0])));
-        XMLTree::value(*node) = toString(untilZero(attributes[1]));
+        XMLTree::value(*node) = values_.find(untilZero(attributes[1]));
     }
-    handOver(XMLTree::attributes(element), first, &element);
-}
-
-/// Moves the nodes from `first` on from the stack into an empty array.
-void XMLTreeBuilder::handOver(TISimpleArray<XML>& array, std::size_t first, XML* parent) {
-    if (nodes_.size() == first) return;
-    array.adopt(nodes_.begin() + first, static_cast<int>(nodes_.size() - first));
-    nodes_.shrinkTo(first);
-    for (XML* node : array)
-        XMLTree::setParent(*node, parent);
+    nodes_.handOver(XMLTree::attributes(element), first, &element);
 }
 
 void XMLTreeBuilder::closeElement(const Open& open) {
     if (nodes_.size() > open.firstChild) XMLTree::setHasChildren(*open.element);
-    handOver(XMLTree::children(*open.element), open.firstChild, open.element);
+    nodes_.handOver(XMLTree::children(*open.element), open.firstChild, open.element);
 }
 
 /// Texts beside other nodes lose the white space at their ends, CDATA sections excepted. Dropped
@@ -241,8 +232,8 @@ void XMLTreeBuilder::closeElement(const Open& open) {
 void XMLTreeBuilder::stripTexts(std::size_t first) {
     if (nodes_.size() - first < 2) return;
     for (std::size_t index = first; index < nodes_.size(); ++index) {
-        XML& node = *nodes_[index];
-        if (node.getType() == XML::Text && node.getName().isEmpty())
+        XML& node = nodes_[index];
+        if (node.getType() == XML::Text && !XMLTree::isCData(node))
             XMLTree::value(node) = node.getStrippedValue();
     }
 }

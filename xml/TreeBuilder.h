@@ -1,7 +1,9 @@
 #pragma once
 
 #include "xml/NameCache.h"
-#include "xml/UnitBuffer.h"
+#include "xml/NodeStack.h"
+#include "xml/PendingText.h"
+#include "xml/ShortTexts.h"
 
 #include <cstddef>
 
@@ -19,7 +21,7 @@ struct ParseFilter {
 /// How a run ended: the library's code, 0 for success, and where in the text.
 struct ParseOutcome {
     int code;
-    int line; ///< From 1, counted from where the run began.
+    int line; ///< Of a failure: from 1, counted from where the run began.
     int column;
     int position; ///< Index into the text.
 };
@@ -30,9 +32,8 @@ struct ParseOutcome {
 class XMLTreeBuilder {
 public:
     XMLTreeBuilder(const String& text, ParseFilter filter)
-        : text_(text), filter_(filter), elementNames_(namespaces_, false),
+        : source_(text), filter_(filter), text_(text), elementNames_(namespaces_, false),
           attributeNames_(namespaces_, true) {}
-    ~XMLTreeBuilder();
     XMLTreeBuilder(const XMLTreeBuilder&) = delete;
     XMLTreeBuilder& operator=(const XMLTreeBuilder&) = delete;
 
@@ -62,23 +63,23 @@ private:
 
     void addLineEnd();
     XML* flushText();
-    XML* pushNode(InterfacePtr<XML> node);
+    ParseOutcome outcomeOf(bool isGood) const;
     XML* pushNamed(int type, const NameCache::Name& name);
     void addDeclarations(XML& element);
     void addAttributes(XML& element, const unsigned short** attributes);
-    void handOver(TISimpleArray<XML>& array, std::size_t first, XML* parent);
     void closeElement(const Open& open);
     void stripTexts(std::size_t first);
     void stopForMemory() noexcept;
 
-    const String& text_;
+    const String& source_;
     ParseFilter filter_;
     XML_ParserStruct* parser_ = nullptr;
     int start_ = 0;
     bool isOutOfMemory_ = false;
 
-    UnitBuffer pendingText_;
-    WorkStack<XML*> nodes_; ///< One reference each.
+    PendingText text_; ///< Characters on their way to a text node.
+    ShortTexts values_;
+    NodeStack nodes_;
     WorkStack<Open> open_;
     NamespaceStack namespaces_;
     std::size_t declaredScopes_ = 0; ///< Size of the stack before the coming element's own.

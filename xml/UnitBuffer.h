@@ -35,6 +35,12 @@ public:
             out[index] = ' ';
     }
 
+    /// Room for `count` units at the end, for the caller to fill; what stays empty is taken back.
+    unsigned short* extend(int count) { return room(count); }
+    void shrinkBy(int count) noexcept {
+        units_.shrinkTo(units_.size() - static_cast<std::size_t>(count));
+    }
+
     String toString() {
         return isEmpty() ? String() : String(units_.begin(), static_cast<int>(units_.size()));
     }

@@ -39,6 +39,8 @@ struct XMLTree {
     static bool hasChildren(const XML& node) noexcept { return node.hasChildren_; }
     static void setHasChildren(XML& node) noexcept { node.hasChildren_ = true; }
 
+    /// Text has no other name than "CDATA".
+    static bool isCData(const XML& text) noexcept { return !text.name_.isEmpty(); }
     static String& name(XML& node) noexcept { return node.name_; }
     static String& value(XML& node) noexcept { return node.value_; }
     static void setParent(XML& node, XML* parent) noexcept { node.parent_ = parent; }

@@ -6,8 +6,9 @@ void XMLWriter::write(const XML& top) {
     begin(top);
     while (!open_.isEmpty()) {
         Open& open = open_.top();
-        if (const XML* member = open.node->getChild(open.next)) {
-            beginMember(open, *member);
+        const TISimpleArray<XML>& members = XMLTree::children(*open.node);
+        if (open.next < members.length()) {
+            beginMember(open, *members[open.next]);
         } else {
             endNode(open);
             open_.pop();
@@ -94,7 +95,7 @@ void XMLWriter::writeLeaf(const XML& node) {
 
 void XMLWriter::writeText(const XML& text) {
     const String& value = text.getValue();
-    if (text.getName() == "CDATA") {
+    if (XMLTree::isCData(text)) {
         out_.append("<![CDATA[");
         out_.append(value);
         out_.append("]]>");
