@@ -6,9 +6,9 @@
 
 namespace KrCore {
 
-/// The names of elements, or of attributes, that a text repeats: their local names as shared
-/// strings, and their namespaces as far as these stay the same. Holds the last name of each hash
-/// value, so a text of many different names costs no memory.
+/// The names of elements, or of attributes, that a text repeats, taken apart once, with their local
+/// names as shared strings. Holds the last name of each hash value, so a text of many different
+/// names costs no memory.
 class NameCache {
 public:
     NameCache(NamespaceStack& namespaces, bool forAttributes)
@@ -17,17 +17,17 @@ public:
     struct Name {
         String full; ///< URI, line feed, local name; or the local name alone.
         String local;
-        XML* ns = nullptr; ///< Borrowed from the stack; null for none.
-        int generation = -1;
+        int uriId = NamespaceStack::none;
     };
     /// Borrowed until the next call.
     const Name& find(UnitRange full);
+    /// What the name means here; borrowed from the stack, null for none.
+    XML* namespaceOf(const Name& name) noexcept;
 
 private:
     static constexpr std::uint32_t size = 256;
 
     void split(Name& name, UnitRange full);
-    XML* resolve(const Name& name);
 
     NamespaceStack& namespaces_;
     bool forAttributes_;

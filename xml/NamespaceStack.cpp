@@ -1,55 +1,70 @@
 #include "xml/NamespaceStack.h"
 
-#include <algorithm>
-
 namespace KrCore {
 
-NamespaceStack::NamespaceStack() {
+int NamespaceStack::Directory::findOrAdd(const String& text) {
+    int id = find(text);
+    if (id != none) return id;
+    id = static_cast<int>(entries_.size());
+    entries_.push(none);
+    ids_.set(text, id + 1);
+    return id;
+}
+
+NamespaceStack::NamespaceStack() : emptyPrefix_(prefixes_.findOrAdd(String::emptyString())) {
     if (XML* ns = XMLTree::xmlNamespace()) push(ns);
     if (XML* ns = XMLTree::namespaceOfNewNodes()) push(ns);
 }
 
 void NamespaceStack::push(XML* ns) {
-    entries_.push({ns, ns->getName().isEmpty()});
+    const int prefix = prefixes_.findOrAdd(ns->getName());
+    const int uri = uris_.findOrAdd(ns->getValue());
+    const int hidden = prefixes_[prefix];
+    const int index = static_cast<int>(entries_.size());
+    entries_.push({ns, prefix, uri, hidden, none, none});
     ns->addRef();
-    ++generation_;
+    if (hidden != none) unchain(at(hidden));
+    prefixes_[prefix] = index;
+    at(index).older = uris_[uri];
+    chain(index);
 }
 
 void NamespaceStack::popTo(std::size_t size) noexcept {
-    if (entries_.size() == size) return;
     while (entries_.size() > size) {
-        entries_.top().ns->release();
+        const Entry& entry = entries_.top();
+        unchain(entry);
+        prefixes_[entry.prefix] = entry.hidden;
+        if (entry.hidden != none) chain(entry.hidden);
+        entry.ns->release();
         entries_.pop();
     }
-    ++generation_;
 }
 
-XML* NamespaceStack::findByUri(UnitRange uri, bool forAttribute) noexcept {
-    for (std::size_t index = entries_.size(); index-- > 0;) {
-        const Entry& entry = entries_[index];
-        if (forAttribute && entry.hasEmptyPrefix) continue;
-        const String& value = entry.ns->getValue();
-        if (std::equal(uri.begin, uri.end, value.begin(), value.end()) && !isHidden(index))
-            return entry.ns;
-    }
-    return nullptr;
+/// The entry keeps its neighbours for the way back, which is the exact reverse of the way in.
+void NamespaceStack::unchain(const Entry& entry) noexcept {
+    if (entry.older != none) at(entry.older).newer = entry.newer;
+    (entry.newer != none ? at(entry.newer).older : uris_[entry.uri]) = entry.older;
+}
+
+void NamespaceStack::chain(int index) noexcept {
+    const Entry& entry = at(index);
+    if (entry.older != none) at(entry.older).newer = index;
+    (entry.newer != none ? at(entry.newer).older : uris_[entry.uri]) = index;
+}
+
+XML* NamespaceStack::findByUri(int uriId, bool forAttribute) noexcept {
+    if (uriId == none) return nullptr;
+    int index = uris_[uriId];
+    // Of the empty prefix one declaration at most is visible.
+    if (forAttribute && index != none && at(index).prefix == emptyPrefix_) index = at(index).older;
+    return index == none ? nullptr : at(index).ns;
 }
 
 XML* NamespaceStack::findDefault() noexcept {
-    for (std::size_t index = entries_.size(); index-- > 0;) {
-        if (!entries_[index].hasEmptyPrefix) continue;
-        XML* ns = entries_[index].ns;
-        return ns->getValue().isEmpty() ? nullptr : ns;
-    }
-    return nullptr;
-}
-
-bool NamespaceStack::isHidden(std::size_t index) noexcept {
-    const String& prefix = entries_[index].ns->getName();
-    for (std::size_t inner = index + 1; inner < entries_.size(); ++inner) {
-        if (entries_[inner].ns->getName() == prefix) return true;
-    }
-    return false;
+    const int index = prefixes_[emptyPrefix_];
+    if (index == none) return nullptr;
+    XML* ns = at(index).ns;
+    return ns->getValue().isEmpty() ? nullptr : ns;
 }
 
 } // namespace KrCore

@@ -4,12 +4,18 @@
 #include "xml/WorkStack.h"
 #include "xml/XMLTree.h"
 
+#include <krcore/containers/HashTable.h>
+
 #include <cstddef>
 
 namespace KrCore {
 
 /// The namespaces in scope while a text is parsed, the innermost on top. It begins with the
 /// predefined "xml" and the context's default namespace, if there is one.
+///
+/// A text may nest as many declarations as it likes, so nothing here looks through them: each URI
+/// has a chain of its visible declarations, and a declaration that hides another takes that one out
+/// of its chain and puts it back when it ends.
 class NamespaceStack {
 public:
     NamespaceStack();
@@ -18,32 +24,55 @@ public:
     NamespaceStack& operator=(const NamespaceStack&) = delete;
 
     std::size_t size() const noexcept { return entries_.size(); }
-    /// Changes whenever a name may have come to mean another namespace.
-    int generation() const noexcept { return generation_; }
     XML* operator[](std::size_t index) noexcept { return entries_[index].ns; }
 
     /// Takes a reference.
     void push(XML* ns);
     void popTo(std::size_t size) noexcept;
 
+    /// A number for a URI that has been declared, also when its declarations have ended; `none`
+    /// for others.
+    int idOfUri(const String& uri) const { return uris_.find(uri); }
     /// The namespace of a name that the parser gave a URI: the innermost declaration of that URI
     /// whose prefix is not declared again further in. Attributes are not reached by a declaration
     /// of the empty prefix. Borrowed; null when there is none.
-    XML* findByUri(UnitRange uri, bool forAttribute) noexcept;
+    XML* findByUri(int uriId, bool forAttribute) noexcept;
     /// The namespace of an element's name without URI and prefix: the context's default one, unless
     /// a declaration around the element took it back.
     XML* findDefault() noexcept;
 
+    static constexpr int none = -1;
+
 private:
-    struct Entry {
-        XML* ns;
-        bool hasEmptyPrefix;
+    /// Texts in the order of their first use, each with the index of one of the entries.
+    class Directory {
+    public:
+        int find(const String& text) const { return static_cast<int>(ids_.find(text)) - 1; }
+        int findOrAdd(const String& text);
+        int& operator[](int id) noexcept { return entries_[static_cast<std::size_t>(id)]; }
+
+    private:
+        HashTable ids_; ///< Counted from 1.
+        WorkStack<int> entries_;
     };
 
-    bool isHidden(std::size_t index) noexcept;
+    struct Entry {
+        XML* ns;
+        int prefix;
+        int uri;
+        int hidden; ///< The declaration of the same prefix further out.
+        int older;  ///< Neighbours in the chain of the URI.
+        int newer;
+    };
+
+    Entry& at(int index) noexcept { return entries_[static_cast<std::size_t>(index)]; }
+    void unchain(const Entry& entry) noexcept;
+    void chain(int index) noexcept;
 
     WorkStack<Entry> entries_;
-    int generation_ = 0;
+    Directory prefixes_; ///< The innermost declaration of each.
+    Directory uris_;     ///< The innermost visible declaration of each.
+    int emptyPrefix_;
 };
 
 } // namespace KrCore

@@ -28,16 +28,6 @@ bool hasPrefix(const XML& ns, const String* prefix) { return !prefix || ns.getNa
 
 bool hasUri(const XML& ns, const String* uri) { return !uri || ns.getValue() == *uri; }
 
-/// `prefix` is declared further in than on `outer`, seen from `place`.
-bool isHidden(const String& prefix, const XML& place, const XML& outer) {
-    for (const XML* node = &place; node != &outer; node = node->getParent()) {
-        for (const XML* ns : XMLTree::declarations(*node)) {
-            if (ns->getName() == prefix) return true;
-        }
-    }
-    return false;
-}
-
 } // namespace
 
 void startXML() { predefined = XMLTree::make(XML::Namespace, "xml", uriOfXml).detach(); }
@@ -88,11 +78,13 @@ const XML* XML::setCurrentNamespace_r(const XML* ns) {
 }
 
 const XML* XML::getNS(const String* prefix, const String* uri, bool forAttribute) const {
+    THashTable<const XML> declaredFurtherIn;
     for (const XML* node = this; node; node = node->parent_) {
         for (const XML* ns : node->declarations_) {
             if (forAttribute && ns->name_.isEmpty()) continue;
-            if (!hasPrefix(*ns, prefix) || !hasUri(*ns, uri)) continue;
-            if (!isHidden(ns->name_, *this, *node)) return ns;
+            if (!hasPrefix(*ns, prefix) || declaredFurtherIn.find(ns->name_)) continue;
+            if (hasUri(*ns, uri)) return ns;
+            declaredFurtherIn.set(ns->name_, ns);
         }
     }
     return predefined && hasPrefix(*predefined, prefix) && hasUri(*predefined, uri) ? predefined

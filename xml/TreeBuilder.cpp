@@ -71,7 +71,7 @@ ParseOutcome XMLTreeBuilder::run(int start) {
     if (!parser_) return {ErrorCode::OutOfMemory, 1, 0, start};
     XML_SetUserData(parser_, this);
     ExpatHandlers::install(parser_);
-    // A String is short enough for the bytes to count as an int.
+    static_assert(String::maxLength < 1 << 30, "the bytes of a text count as an int");
     const int byteCount = (source_.length() - start) * 2;
     const bool isGood = XML_SetEncoding(parser_, utf16) == XML_STATUS_OK &&
                         XML_Parse(parser_, reinterpret_cast<const char*>(source_.begin() + start),
@@ -119,7 +119,7 @@ void XMLTreeBuilder::startNamespace(const unsigned short* prefix, const unsigned
 void XMLTreeBuilder::startElement(const unsigned short* name, const unsigned short** attributes) {
     flushText();
     const std::size_t outerScopes = declaredScopes_;
-    XML* element = pushNamed(XML::Element, elementNames_.find(untilZero(name)));
+    XML* element = pushNamed(XML::Element, elementNames_, name);
     open_.push({element, nodes_.size(), outerScopes});
     addDeclarations(*element);
     addAttributes(*element, attributes);
@@ -165,13 +165,13 @@ void XMLTreeBuilder::addLineEnd() {
 void XMLTreeBuilder::addComment(const unsigned short* text) {
     flushText();
     if (filter_.ignoreComments) return;
-    XMLTree::value(*nodes_.push(XMLTree::make(XML::Comment))) = toString(untilZero(text));
+    XMLTree::value(*nodes_.push(batches_.make(XML::Comment))) = toString(untilZero(text));
 }
 
 void XMLTreeBuilder::addInstruction(const unsigned short* target, const unsigned short* data) {
     flushText();
     if (filter_.ignoreProcessingInstructions) return;
-    XML* node = nodes_.push(XMLTree::make(XML::ProcessingInstruction));
+    XML* node = nodes_.push(batches_.make(XML::ProcessingInstruction));
     XMLTree::name(*node) = toString(untilZero(target));
     XMLTree::value(*node) = toString(untilZero(data));
 }
@@ -192,17 +192,18 @@ XML* XMLTreeBuilder::flushText() {
     if (text.isEmpty()) return nullptr;
     XML* node = nullptr;
     if (!filter_.ignoreWhitespace || !isBlank(text)) {
-        node = nodes_.push(XMLTree::make(XML::Text));
+        node = nodes_.push(batches_.make(XML::Text));
         XMLTree::value(*node) = values_.find(text);
     }
     text_.clear();
     return node;
 }
 
-XML* XMLTreeBuilder::pushNamed(int type, const NameCache::Name& name) {
-    XML* node = nodes_.push(XMLTree::make(type));
+XML* XMLTreeBuilder::pushNamed(int type, NameCache& names, const unsigned short* full) {
+    const NameCache::Name& name = names.find(untilZero(full));
+    XML* node = nodes_.push(batches_.make(type));
     XMLTree::name(*node) = name.local;
-    if (name.ns) XMLTree::setNamespace(*node, name.ns);
+    if (XML* ns = names.namespaceOf(name)) XMLTree::setNamespace(*node, ns);
     return node;
 }
 
@@ -216,7 +217,7 @@ void XMLTreeBuilder::addDeclarations(XML& element) {
 void XMLTreeBuilder::addAttributes(XML& element, const unsigned short** attributes) {
     const std::size_t first = nodes_.size();
     for (; *attributes; attributes += 2) {
-        XML* node = pushNamed(XML::Attribute, attributeNames_.find(untilZero(attributes[0])));
+        XML* node = pushNamed(XML::Attribute, attributeNames_, attributes[0]);
         XMLTree::value(*node) = values_.find(untilZero(attributes[1]));
     }
     nodes_.handOver(XMLTree::attributes(element), first, &element);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "xml/NameCache.h"
+#include "xml/NodeBatches.h"
 #include "xml/NodeStack.h"
 #include "xml/PendingText.h"
 #include "xml/ShortTexts.h"
@@ -64,7 +65,7 @@ private:
     void addLineEnd();
     XML* flushText();
     ParseOutcome outcomeOf(bool isGood) const;
-    XML* pushNamed(int type, const NameCache::Name& name);
+    XML* pushNamed(int type, NameCache& names, const unsigned short* name);
     void addDeclarations(XML& element);
     void addAttributes(XML& element, const unsigned short** attributes);
     void closeElement(const Open& open);
@@ -79,6 +80,7 @@ private:
 
     PendingText text_; ///< Characters on their way to a text node.
     ShortTexts values_;
+    NodeBatches batches_;
     NodeStack nodes_;
     WorkStack<Open> open_;
     NamespaceStack namespaces_;

@@ -6,9 +6,12 @@
 #include <krcore/foundation/Refcountable.h>
 #include <krcore/text/String.h>
 
+#include <new>
+
 namespace KrCore {
 
 class Error;
+class NodeBatches;
 class Variant;
 struct XMLTree;
 
@@ -267,14 +270,18 @@ public:
     /// many blanks a level and text stripped; otherwise on one line with text as it is.
     String toXMLString(int indent) const;
 
+    using Heap::operator delete;
+    /// Called by the last `release`: large trees keep many nodes in one block of memory.
+    static void operator delete(XML* node, std::destroying_delete_t);
+
 private:
+    friend class NodeBatches;
     friend struct XMLTree;
 
     /// A node as it is, whatever the default namespace.
     struct Plain {};
     XML(Plain, int type) noexcept : type_(type) {}
     ~XML() override;
-
     String name_;
     String value_;
     XML* namespace_ = nullptr; ///< One reference.
@@ -285,6 +292,7 @@ private:
     int type_;
     /// An element that once had children prints as two tags for good.
     bool hasChildren_ = false;
+    unsigned char place_ = 0; ///< Among nodes that share a block of memory, 0 for none.
 };
 
 } // namespace KrCore
