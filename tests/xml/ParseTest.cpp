@@ -4,8 +4,6 @@
 
 #include <krcore/foundation/ErrorCode.h>
 
-#include <random>
-
 using namespace KrCore;
 using namespace KrCore::Testing;
 
@@ -100,10 +98,15 @@ TEST(XMLParse, Ignores) {
 
 TEST(XMLParse, KeepsWrittenLineEnds) {
     const std::pair<const char*, const char*> rows[] = {
-        {"<a>x\r\ny</a>", "x\r\ny"}, {"<a>\r</a>", "\r"},
-        {"<a>\n\r\n</a>", "\n\r\n"}, {"<a>&#10;</a>", "\n"},
-        {"<a>\r&#10;</a>", "\r\n"},  {"<a><![CDATA[\r\n]]></a>", "\r\n"},
-        {"<>x\r\ny</>", "x\r\ny"},   {"  <a>\r\r\n</a>", "\r\r\n"}};
+        {"<a>x\r\ny</a>", "x\r\ny"},
+        {"<a>\r</a>", "\r"},
+        {"<a>\n\r\n</a>", "\n\r\n"},
+        {"<a>&#10;</a>", "\n"},
+        {"<a>\r&#10;</a>", "\r\n"},
+        {"<a><![CDATA[\r\n]]></a>", "\r\n"},
+        {"<>x\r\ny</>", "x\r\ny"},
+        {"  <a>\r\r\n</a>", "\r\r\n"},
+        {"<!DOCTYPE a [<!ENTITY e '&#10;'>]><a>&e;\r\n</a>", "\n\r\n"}};
     for (const auto& [text, value] : rows)
         EXPECT_EQ(parse(text)->toString(-1), value) << text;
     EXPECT_EQ(parse("<a b='x\r\ny'/>")->getText("@b"), "x y") << "attributes are normalised";
@@ -133,7 +136,6 @@ TEST(XMLParse, MapsErrors) {
     };
     for (const Row& row : rows)
         EXPECT_EQ(failureOf(row.text), row.failure) << row.text;
-    EXPECT_NE(failureOf(String(u"<a>\xD800</a>")).code, 0);
     EXPECT_NE(failureOf(String(u"<a>\0</a>", 8)).code, 0);
 
     Error error(ErrorCode::NotFound, "earlier", false);
