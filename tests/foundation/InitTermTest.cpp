@@ -8,8 +8,8 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <future>
 #include <memory>
-#include <semaphore>
 #include <string>
 #include <thread>
 
@@ -150,19 +150,19 @@ TEST(InitTerm, BecomesMultiThreadedForOneLifeOnly) {
 TEST(InitTerm, TakesTheDefaultEncoderFromThreadsThatOutliveTheLibrary) {
     InitTerm::init();
     InitTerm::setMT();
-    std::binary_semaphore isSet(0);
-    std::binary_semaphore isBack(0);
+    std::promise<void> isSet;
+    std::promise<void> isBack;
     std::thread thread([&] {
         Encoder::setDefault(*Encoder::get("CP1251"));
-        isSet.release();
-        isBack.acquire();
+        isSet.set_value();
+        isBack.get_future().wait();
         EXPECT_EQ(&Encoder::getDefault(), &Encoder::getSystem());
     });
-    isSet.acquire();
+    isSet.get_future().wait();
     InitTerm::exit();
     InitTerm::init();
     InitTerm::setMT();
-    isBack.release();
+    isBack.set_value();
     thread.join();
     InitTerm::exit();
 }
