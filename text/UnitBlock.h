@@ -19,6 +19,9 @@ public:
     static UnitBlock load(const unsigned short* units) noexcept {
         return _mm_loadu_si128(reinterpret_cast<const __m128i*>(units));
     }
+    void store(unsigned short* units) const noexcept {
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(units), units_);
+    }
     static UnitBlock of(unsigned short unit) noexcept {
         return _mm_set1_epi16(static_cast<short>(unit));
     }
@@ -54,6 +57,10 @@ private:
         for (int i = 0; i < size; ++i)
             block.units_[i] = units[i];
         return block;
+    }
+    void store(unsigned short* units) const noexcept {
+        for (int i = 0; i < size; ++i)
+            units[i] = units_[i];
     }
     static UnitBlock of(unsigned short unit) noexcept {
         UnitBlock block;

@@ -17,9 +17,6 @@ constexpr std::uint64_t bitsOf(std::initializer_list<char> units) {
     return bits;
 }
 
-constexpr std::uint64_t inText = bitsOf({'&', '<', '>'});
-constexpr std::uint64_t inAttributes = bitsOf({'\t', '\n', '\r', '"', '&', '<'});
-
 bool isSpecial(unsigned short unit, std::uint64_t specials) noexcept {
     return unit < 64 && ((specials >> unit) & 1) != 0;
 }
@@ -29,22 +26,55 @@ UnitBlock anyOf(UnitBlock block) noexcept {
     return (... | (block == UnitBlock::of(units)));
 }
 
-std::uint32_t specialMask(const unsigned short* units, EscapeKind kind) noexcept {
+template <EscapeKind kind>
+struct Specials;
+
+template <>
+struct Specials<EscapeKind::Text> {
+    static constexpr std::uint64_t bits = bitsOf({'&', '<', '>'});
+    static std::uint32_t mask(UnitBlock block) noexcept {
+        return anyOf<'&', '<', '>'>(block).mask();
+    }
+};
+
+template <>
+struct Specials<EscapeKind::Attribute> {
+    static constexpr std::uint64_t bits = bitsOf({'\t', '\n', '\r', '"', '&', '<'});
+    static std::uint32_t mask(UnitBlock block) noexcept {
+        return anyOf<'\t', '\n', '\r', '"', '&', '<'>(block).mask();
+    }
+};
+
+/// Copies a block; returns the number of units before the first special one, `UnitBlock::size` when
+/// there is none.
+template <EscapeKind kind>
+int copyBlock(unsigned short* out, const unsigned short* units) noexcept {
     const UnitBlock block = UnitBlock::load(units);
-    return kind == EscapeKind::Text ? anyOf<'&', '<', '>'>(block).mask()
-                                    : anyOf<'\t', '\n', '\r', '"', '&', '<'>(block).mask();
+    block.store(out);
+    const std::uint32_t mask = Specials<kind>::mask(block);
+    return mask == 0 ? UnitBlock::size : std::countr_zero(mask) / 2;
 }
 
-const unsigned short* findSpecial(UnitRange text, EscapeKind kind) noexcept {
-    const unsigned short* unit = text.begin;
-    for (; text.end - unit >= UnitBlock::size; unit += UnitBlock::size) {
-        const std::uint32_t mask = specialMask(unit, kind);
-        if (mask != 0) return unit + std::countr_zero(mask) / 2;
+/// Copies the text up to its first special unit, and returns the number of units. What follows in
+/// the room for the whole text is overwritten at will.
+template <EscapeKind kind>
+int copyPlain(unsigned short* out, UnitRange text) noexcept {
+    const int length = text.length();
+    int done = 0;
+    if (length < UnitBlock::size) {
+        while (done < length && !isSpecial(text.begin[done], Specials<kind>::bits)) {
+            out[done] = text.begin[done];
+            ++done;
+        }
+        return done;
     }
-    const std::uint64_t specials = kind == EscapeKind::Text ? inText : inAttributes;
-    while (unit != text.end && !isSpecial(*unit, specials))
-        ++unit;
-    return unit;
+    for (; length - done >= UnitBlock::size; done += UnitBlock::size) {
+        const int plain = copyBlock<kind>(out + done, text.begin + done);
+        if (plain < UnitBlock::size) return done + plain;
+    }
+    // The last block overlaps the one before, in which nothing special is left.
+    done = length - UnitBlock::size;
+    return done + copyBlock<kind>(out + done, text.begin + done);
 }
 
 void appendReference(UnitBuffer& out, unsigned short unit) {
@@ -66,29 +96,25 @@ void appendReference(UnitBuffer& out, unsigned short unit) {
     }
 }
 
-/// Short texts, mostly names: checked while they are copied. Returns how many units got through.
-int appendWhilePlain(UnitBuffer& out, UnitRange text, std::uint64_t specials) {
-    unsigned short* room = out.extend(text.length());
-    int count = 0;
-    while (count < text.length() && !isSpecial(text.begin[count], specials)) {
-        room[count] = text.begin[count];
-        ++count;
+template <EscapeKind kind>
+void appendText(UnitBuffer& out, UnitRange text) {
+    while (!text.isEmpty()) {
+        const int plain = copyPlain<kind>(out.extend(text.length()), text);
+        out.shrinkBy(text.length() - plain);
+        text.begin += plain;
+        if (text.isEmpty()) return;
+        appendReference(out, *text.begin);
+        ++text.begin;
     }
-    out.shrinkBy(text.length() - count);
-    return count;
 }
 
 } // namespace
 
 void appendEscaped(UnitBuffer& out, UnitRange text, EscapeKind kind) {
-    if (text.length() < 2 * UnitBlock::size)
-        text.begin += appendWhilePlain(out, text, kind == EscapeKind::Text ? inText : inAttributes);
-    while (!text.isEmpty()) {
-        const unsigned short* special = findSpecial(text, kind);
-        out.append(UnitRange{text.begin, special});
-        if (special == text.end) return;
-        appendReference(out, *special);
-        text.begin = special + 1;
+    if (kind == EscapeKind::Text) {
+        appendText<EscapeKind::Text>(out, text);
+    } else {
+        appendText<EscapeKind::Attribute>(out, text);
     }
 }
 

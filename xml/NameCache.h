@@ -1,5 +1,6 @@
 #pragma once
 
+#include "xml/BlankUnits.h"
 #include "xml/NamespaceStack.h"
 
 #include <cstdint>

@@ -2,15 +2,6 @@
 
 namespace KrCore {
 
-int NamespaceStack::Directory::findOrAdd(const String& text) {
-    int id = find(text);
-    if (id != none) return id;
-    id = static_cast<int>(entries_.size());
-    entries_.push(none);
-    ids_.set(text, id + 1);
-    return id;
-}
-
 NamespaceStack::NamespaceStack() : emptyPrefix_(prefixes_.findOrAdd(String::emptyString())) {
     if (XML* ns = XMLTree::xmlNamespace()) push(ns);
     if (XML* ns = XMLTree::namespaceOfNewNodes()) push(ns);

@@ -1,10 +1,7 @@
 #pragma once
 
-#include "xml/BlankUnits.h"
-#include "xml/WorkStack.h"
+#include "xml/TextDirectory.h"
 #include "xml/XMLTree.h"
-
-#include <krcore/containers/HashTable.h>
 
 #include <cstddef>
 
@@ -41,21 +38,9 @@ public:
     /// a declaration around the element took it back.
     XML* findDefault() noexcept;
 
-    static constexpr int none = -1;
+    static constexpr int none = TextDirectory::none;
 
 private:
-    /// Texts in the order of their first use, each with the index of one of the entries.
-    class Directory {
-    public:
-        int find(const String& text) const { return static_cast<int>(ids_.find(text)) - 1; }
-        int findOrAdd(const String& text);
-        int& operator[](int id) noexcept { return entries_[static_cast<std::size_t>(id)]; }
-
-    private:
-        HashTable ids_; ///< Counted from 1.
-        WorkStack<int> entries_;
-    };
-
     struct Entry {
         XML* ns;
         int prefix;
@@ -70,8 +55,8 @@ private:
     void chain(int index) noexcept;
 
     WorkStack<Entry> entries_;
-    Directory prefixes_; ///< The innermost declaration of each.
-    Directory uris_;     ///< The innermost visible declaration of each.
+    TextDirectory prefixes_; ///< The innermost declaration of each.
+    TextDirectory uris_;     ///< The innermost visible declaration of each.
     int emptyPrefix_;
 };
 

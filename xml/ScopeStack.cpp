@@ -1,5 +1,7 @@
 #include "xml/ScopeStack.h"
 
+#include <cstdint>
+
 namespace KrCore {
 
 namespace {
@@ -18,7 +20,8 @@ void ScopeStack::open(const XML& element) {
         const String& prefix = isOpenPrefix(ns->getName())
                                    ? prefixes().choose(ns->getValue()).getName()
                                    : ns->getName();
-        if (!isOwn(find(prefix))) entries_.push({&prefix, &ns->getValue(), true});
+        const int id = idOf(prefix);
+        if (!isOwn(declared_[id])) push(prefix, id, ns->getValue(), true);
     }
 }
 
@@ -27,9 +30,9 @@ const String* ScopeStack::prefixFor(const XML& node) {
     const XML* ns = node.getNamespace();
     if (!ns || (ns->getName().isEmpty() && ns->getValue().isEmpty())) {
         // A default declaration of the element's own stays: the tree is printed as it stands.
-        const std::size_t index =
-            isAttribute || entries_.isEmpty() ? nowhere : find(String::emptyString());
-        if (index != nowhere && !isOwn(index) && !entries_[index].uri->isEmpty())
+        const int index =
+            isAttribute || entries_.isEmpty() ? nowhere : declared_[idOf(String::emptyString())];
+        if (index != nowhere && !isOwn(index) && !at(index).uri->isEmpty())
             declare(String::emptyString(), String::emptyString());
         return nullptr;
     }
@@ -41,19 +44,34 @@ const String* ScopeStack::prefixFor(const XML& node) {
     return prefix.isEmpty() ? nullptr : &prefix;
 }
 
-std::size_t ScopeStack::find(const String& prefix) noexcept {
-    for (std::size_t index = entries_.size(); index-- > 0;) {
-        if (*entries_[index].prefix == prefix) return index;
+void ScopeStack::close(std::size_t mark) noexcept {
+    while (entries_.size() > mark) {
+        const Entry& entry = entries_.top();
+        declared_[entry.prefixId] = entry.outer;
+        entries_.pop();
     }
-    return nowhere;
+}
+
+/// Prefixes are strings of namespace nodes, so the same few places come again and again.
+int ScopeStack::idOf(const String& prefix) {
+    Known& known = known_[reinterpret_cast<std::uintptr_t>(&prefix) / sizeof(XML) % cacheSize];
+    if (known.prefix != &prefix) known = {&prefix, declared_.findOrAdd(prefix)};
+    return known.id;
+}
+
+void ScopeStack::push(const String& prefix, int id, const String& uri, bool isWritten) {
+    const int index = static_cast<int>(entries_.size());
+    entries_.push({&prefix, &uri, id, declared_[id], isWritten});
+    declared_[id] = index;
 }
 
 /// Sees to it that the prefix means the URI on this element; false when it means another one there.
 bool ScopeStack::declare(const String& prefix, const String& uri) {
-    const std::size_t index = find(prefix);
-    const bool isDeclared = index != nowhere && *entries_[index].uri == uri;
+    const int id = idOf(prefix);
+    const int index = declared_[id];
+    const bool isDeclared = index != nowhere && (at(index).uri == &uri || *at(index).uri == uri);
     if (isOwn(index)) return isDeclared;
-    entries_.push({&prefix, &uri, !isDeclared});
+    push(prefix, id, uri, !isDeclared);
     return true;
 }
 

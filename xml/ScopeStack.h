@@ -1,7 +1,7 @@
 #pragma once
 
 #include "xml/PrefixTable.h"
-#include "xml/WorkStack.h"
+#include "xml/TextDirectory.h"
 
 #include <cstddef>
 
@@ -21,6 +21,8 @@ public:
     struct Entry {
         const String* prefix; ///< Borrowed from a namespace node, like the URI.
         const String* uri;
+        int prefixId;
+        int outer;      ///< The entry of this prefix further out.
         bool isWritten; ///< Otherwise the element uses what is declared further out.
     };
 
@@ -37,20 +39,33 @@ public:
     }
     std::size_t mark() const noexcept { return begin_; }
     /// Ends the element that had this mark.
-    void close(std::size_t mark) noexcept { entries_.shrinkTo(mark); }
+    void close(std::size_t mark) noexcept;
 
 private:
-    static constexpr std::size_t nowhere = ~std::size_t(0);
+    static constexpr int nowhere = TextDirectory::none;
+    static constexpr std::size_t cacheSize = 16;
 
-    std::size_t find(const String& prefix) noexcept;
-    bool isOwn(std::size_t index) const noexcept { return index != nowhere && index >= begin_; }
+    /// A prefix of a namespace node and its number.
+    struct Known {
+        const String* prefix;
+        int id;
+    };
+
+    int idOf(const String& prefix);
+    Entry& at(int index) noexcept { return entries_[static_cast<std::size_t>(index)]; }
+    bool isOwn(int index) const noexcept {
+        return index != nowhere && static_cast<std::size_t>(index) >= begin_;
+    }
+    void push(const String& prefix, int id, const String& uri, bool isWritten);
     bool declare(const String& prefix, const String& uri);
     const String* inventedPrefix(const String& uri);
     PrefixTable& prefixes();
 
     const XML& top_;
     WorkStack<Entry> entries_;
-    std::size_t begin_ = 0; ///< Of the current element's entries.
+    std::size_t begin_ = 0;  ///< Of the current element's entries.
+    TextDirectory declared_; ///< The innermost entry of each prefix.
+    Known known_[cacheSize] = {};
     PrefixTable prefixes_;
     bool hasPrefixes_ = false;
 };

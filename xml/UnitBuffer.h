@@ -10,7 +10,8 @@
 
 namespace KrCore {
 
-/// Text in the making. What would not fit into a `String` throws `OutOfMemory`.
+/// Text in the making. What would not fit into a `String` throws `OutOfMemory`, at the latest when
+/// it is to become one.
 class UnitBuffer {
 public:
     bool isEmpty() const noexcept { return units_.isEmpty(); }
@@ -42,13 +43,14 @@ public:
     }
 
     String toString() {
-        return isEmpty() ? String() : String(units_.begin(), static_cast<int>(units_.size()));
+        if (isEmpty()) return String();
+        if (units_.size() > std::size_t(String::maxLength)) throw OutOfMemory();
+        return String(units_.begin(), static_cast<int>(units_.size()));
     }
 
 private:
     unsigned short* room(std::int64_t count) {
-        if (count > String::maxLength - static_cast<std::int64_t>(units_.size()))
-            throw OutOfMemory();
+        if (count > String::maxLength) throw OutOfMemory();
         return units_.extend(static_cast<std::size_t>(count));
     }
 
