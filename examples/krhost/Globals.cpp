@@ -90,6 +90,14 @@ void removeDangers(duk_context* context) {
     duk_pop_2(context);
 }
 
+/// `XML.parse(text)` is the same as `new XML(text)`.
+void defineParse(duk_context* context) {
+    duk_get_global_string(context, "XML");
+    duk_dup_top(context);
+    duk_put_prop_string(context, -2, "parse");
+    duk_pop(context);
+}
+
 } // namespace
 
 void install(CallFrame& frame) {
@@ -101,6 +109,7 @@ void install(CallFrame& frame) {
     for (const char* className : Hosts::classNames) {
         frame.engine.objects().defineConstructor(frame, className);
     }
+    defineParse(frame.context);
 }
 
 } // namespace krhost::Globals

@@ -71,7 +71,8 @@ bool ObjectTraps::isSymbol(CallFrame& frame) {
 }
 
 /// Asks the object for the name, unless it has told before and its definitions are the same since.
-/// `frame.name` is set when the answer is not 0.
+/// An answer that changes the definitions is for now only. `frame.name` is set when the answer is
+/// not 0.
 int ObjectTraps::resolve(CallFrame& frame, HeldObject& held, Resolved& property) {
     const LiveObject& object = *held.object;
     const void* name = duk_get_heapptr(frame.context, nameIndex);
@@ -81,9 +82,11 @@ int ObjectTraps::resolve(CallFrame& frame, HeldObject& held, Resolved& property)
         return ErrorCode::Ok;
     }
     TextBridge::read(frame.context, nameIndex, frame.name);
+    const unsigned stamp = object.getDefinitionStamp();
     const int code =
         frame.engine.calls().getIDForName(object, frame.name, property.id, property.kind);
-    if (code == ErrorCode::Ok) remember(frame, held, property);
+    if (code == ErrorCode::Ok && stamp == object.getDefinitionStamp())
+        remember(frame, held, property);
     return code;
 }
 

@@ -4,6 +4,7 @@
 #include "hosts/Box.h"
 #include "hosts/Document.h"
 #include "hosts/Settings.h"
+#include "hosts/XMLNode.h"
 
 #include <krcore/foundation/InterfacePtr.h>
 
@@ -23,6 +24,7 @@ void registerFactories() {
     registerFactory<Box>();
     registerFactory<Settings>();
     registerFactory<Document>();
+    registerFactory<XMLNode>();
 }
 
 } // namespace krhost::Hosts
