@@ -7,13 +7,18 @@
 namespace KrCore {
 
 /// Characters that Expat has reported and that are no node yet. It reports them in pieces, mostly
-/// straight out of the source; as long as these lie side by side there, nothing is copied.
+/// straight out of the text that it was fed; as long as these lie side by side there, nothing is
+/// copied.
 class PendingText {
 public:
-    explicit PendingText(const String& source) : source_{source.begin(), source.end()} { clear(); }
+    /// What Expat was fed, which stays where it is for the whole run.
+    void setSource(UnitRange fed) noexcept {
+        fed_ = fed;
+        clear();
+    }
 
     void append(UnitRange piece) {
-        if (buffer_.isEmpty() && (run_.isEmpty() ? isInSource(piece) : piece.begin == run_.end)) {
+        if (buffer_.isEmpty() && (run_.isEmpty() ? isFed(piece) : piece.begin == run_.end)) {
             if (run_.isEmpty()) run_.begin = piece.begin;
             run_.end = piece.end;
             return;
@@ -24,16 +29,16 @@ public:
     UnitRange range() noexcept { return buffer_.isEmpty() ? run_ : buffer_.range(); }
     void clear() noexcept {
         buffer_.clear();
-        run_ = {source_.begin, source_.begin};
+        run_ = {fed_.begin, fed_.begin};
     }
 
 private:
-    bool isInSource(UnitRange piece) const noexcept {
-        return !std::less<>()(piece.begin, source_.begin) && !std::less<>()(source_.end, piece.end);
+    bool isFed(UnitRange piece) const noexcept {
+        return !std::less<>()(piece.begin, fed_.begin) && !std::less<>()(fed_.end, piece.end);
     }
 
-    UnitRange source_;
-    UnitRange run_; ///< Of the source; the text while the buffer is empty.
+    UnitRange fed_{};
+    UnitRange run_{}; ///< The text while the buffer is empty.
     UnitBuffer buffer_;
 };
 

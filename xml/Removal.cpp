@@ -31,9 +31,11 @@ bool isOwnText(const XML& node, const XML& child) {
     return child.getParent() == (node.getType() == XML::List ? nullptr : &node);
 }
 
-/// Gives the first of several texts the value of them all and empties the others. One run at a
-/// time: without memory for it a run stays as it is.
+/// Gives the first of several texts that is not empty the value of them all and empties the others.
+/// One run at a time: without memory for it a run stays as it is.
 void joinRun(const TISimpleArray<XML>& children, int begin, int end) {
+    while (begin < end && children[begin]->getValue().isEmpty())
+        ++begin;
     if (end - begin < 2) return;
     String joined = children[begin]->getValue();
     for (int index = begin + 1; index < end; ++index)

@@ -71,14 +71,22 @@ ParseOutcome XMLTreeBuilder::run(int start) {
     if (!parser_) return {ErrorCode::OutOfMemory, 1, 0, start};
     XML_SetUserData(parser_, this);
     ExpatHandlers::install(parser_);
-    static_assert(String::maxLength < 1 << 30, "the bytes of a text count as an int");
-    const int byteCount = (source_.length() - start) * 2;
-    const bool isGood = XML_SetEncoding(parser_, utf16) == XML_STATUS_OK &&
-                        XML_Parse(parser_, reinterpret_cast<const char*>(source_.begin() + start),
-                                  byteCount, 1) == XML_STATUS_OK;
+    const bool isGood = XML_SetEncoding(parser_, utf16) == XML_STATUS_OK && feed();
     const ParseOutcome outcome = outcomeOf(isGood);
     parser_ = nullptr;
     return outcome;
+}
+
+/// Expat parses a copy of its own in any case; made here, the copy's address is known.
+bool XMLTreeBuilder::feed() {
+    static_assert(String::maxLength < 1 << 30, "the bytes of a text count as an int");
+    const int length = source_.length() - start_;
+    auto* units = static_cast<unsigned short*>(XML_GetBuffer(parser_, length * 2));
+    if (!units) return false;
+    copyUnits(units, source_.begin() + start_, length);
+    fed_ = {units, units + length};
+    text_.setSource(fed_);
+    return XML_ParseBuffer(parser_, length * 2, 1) == XML_STATUS_OK;
 }
 
 ParseOutcome XMLTreeBuilder::outcomeOf(bool isGood) const {
@@ -149,13 +157,12 @@ void XMLTreeBuilder::addText(const unsigned short* units, int count) {
 void XMLTreeBuilder::addLineEnd() {
     static constexpr unsigned short lineFeed[] = {'\n'};
     const std::int64_t byteIndex = XML_GetCurrentByteIndex(parser_);
-    const unsigned short* place =
-        byteIndex < 0 ? source_.end() : source_.begin() + start_ + byteIndex / 2;
-    const bool isReturn = place < source_.end() && *place == '\r';
+    const unsigned short* place = byteIndex < 0 ? fed_.end : fed_.begin + byteIndex / 2;
+    const bool isReturn = place < fed_.end && *place == '\r';
     if (isReturn) {
-        const bool isPair = place + 1 < source_.end() && place[1] == '\n';
+        const bool isPair = place + 1 < fed_.end && place[1] == '\n';
         text_.append({place, place + (isPair ? 2 : 1)});
-    } else if (place < source_.end() && *place == '\n') {
+    } else if (place < fed_.end && *place == '\n') {
         text_.append({place, place + 1});
     } else {
         text_.append({lineFeed, lineFeed + 1});

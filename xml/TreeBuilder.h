@@ -33,7 +33,7 @@ struct ParseOutcome {
 class XMLTreeBuilder {
 public:
     XMLTreeBuilder(const String& text, ParseFilter filter)
-        : source_(text), filter_(filter), text_(text), elementNames_(namespaces_, false),
+        : source_(text), filter_(filter), elementNames_(namespaces_, false),
           attributeNames_(namespaces_, true) {}
     XMLTreeBuilder(const XMLTreeBuilder&) = delete;
     XMLTreeBuilder& operator=(const XMLTreeBuilder&) = delete;
@@ -62,6 +62,7 @@ private:
     void startCData();
     void endCData();
 
+    bool feed();
     void addLineEnd();
     XML* flushText();
     ParseOutcome outcomeOf(bool isGood) const;
@@ -76,6 +77,7 @@ private:
     ParseFilter filter_;
     XML_ParserStruct* parser_ = nullptr;
     int start_ = 0;
+    UnitRange fed_{}; ///< Expat's copy of the text from `start_` on.
     bool isOutOfMemory_ = false;
 
     PendingText text_; ///< Characters on their way to a text node.

@@ -140,6 +140,12 @@ TEST(XMLChange, NormalizesTexts) {
     EXPECT_EQ(texts->getChild(1)->getParent(), nullptr);
     EXPECT_EQ(print(*doc), "<r>ab<e>xy</e>c<f></f></r>");
     EXPECT_EQ(doc->getChild(1)->length(), 1);
+
+    const Node kept = adopt(new XML(XML::Text, "z"));
+    doc->getChild(3)->insert(*adopt(new XML(XML::Text)), 0, false);
+    doc->getChild(3)->insert(*kept, 1, false);
+    doc->normalize();
+    EXPECT_EQ(doc->getChild(3)->getChild(0), kept.get()) << "the first one that is not empty stays";
 }
 
 TEST(XMLChange, ManyChildrenTakeLinearTime) {
