@@ -23,7 +23,7 @@ private:
     friend class XML;
     struct Block;
 
-    static constexpr int nodesPerBlock = 24;
+    static constexpr int nodesPerBlock = 64;
 
     XML* makeNode(int type);
     /// Takes back the memory of a destroyed node; `place` counts from 1.
