@@ -66,7 +66,7 @@ private:
     void addLineEnd();
     XML* flushText();
     ParseOutcome outcomeOf(bool isGood) const;
-    XML* pushNamed(int type, NameCache& names, const unsigned short* name);
+    XML* pushNamed(int type, NameCache& names, const unsigned short* full);
     void addDeclarations(XML& element);
     void addAttributes(XML& element, const unsigned short** attributes);
     void closeElement(const Open& open);
