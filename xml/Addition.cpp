@@ -16,14 +16,19 @@ struct Made {
     bool fill() const { return !content || node->insert(*content, XML::atEnd, copy); }
 };
 
-/// An element or attribute named `name` with a text, for `place`; nothing when the name does not
-/// name one node.
-Made makeNamed(const NamePattern& name, const XML& place, const String& value) {
+/// An empty element or attribute named `name`, for `place`; nothing when the name does not name one
+/// node.
+Made makeNamed(const NamePattern& name, const XML& place) {
     if (!name.isSingle()) return {};
-    Made made{name.makeNode(place)};
-    if (name.wantsAttributes()) {
+    return {name.makeNode(place)};
+}
+
+/// The same with a text.
+Made makeNamed(const NamePattern& name, const XML& place, const String& value) {
+    Made made = makeNamed(name, place);
+    if (made && name.wantsAttributes()) {
         made.node->setValue(value);
-    } else if (!value.isEmpty()) {
+    } else if (made) {
         XMLTree::appendChild(*made.node, *XMLTree::make(XML::Text, String(), value));
     }
     return made;
@@ -48,7 +53,7 @@ Made makeNamed(const NamePattern& name, const XML& place, const XML& node, bool 
         return {copy ? InterfacePtr<XML>::adopt(node.copy_r(false))
                      : InterfacePtr<XML>(const_cast<XML*>(&node))};
     }
-    Made made = makeNamed(name, place, String());
+    Made made = makeNamed(name, place);
     made.content = &node;
     made.copy = copy;
     return made;
@@ -128,7 +133,7 @@ XML* step(XML& element, const String& piece) {
     for (XML* child : XMLTree::children(element)) {
         if (name.isSingle() && name.matches(*child)) return child;
     }
-    return append(&element, makeNamed(name, element, String()));
+    return append(&element, makeNamed(name, element));
 }
 
 /// What to put, and under which name, once the path has been walked; see `XML::put`.
@@ -152,7 +157,11 @@ XML* putInto(XML* element, const String& path, Make&& make) {
 
 } // namespace
 
-XML* XML::add(const String& name) { return add(name, String()); }
+XML* XML::add(const String& name) {
+    const NamePattern pattern(name);
+    XML* place = placeFor(*this, pattern);
+    return place ? append(place, makeNamed(pattern, *place)) : nullptr;
+}
 
 XML* XML::add(const String& name, const String& value) {
     const NamePattern pattern(name);
@@ -166,7 +175,11 @@ XML* XML::add(const String& name, const XML& node, bool copy) {
     return place ? append(place, makeNamed(pattern, *place, node, copy)) : nullptr;
 }
 
-XML* XML::put(const String& name) { return put(name, String()); }
+XML* XML::put(const String& name) {
+    return putInto(asElementNode(), name, [](const NamePattern& pattern, const XML& element) {
+        return makeNamed(pattern, element);
+    });
+}
 
 XML* XML::put(const String& name, const String& value) {
     return putInto(asElementNode(), name, [&](const NamePattern& pattern, const XML& element) {

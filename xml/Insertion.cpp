@@ -58,13 +58,15 @@ void placeDeclaration(XML& target, XML& node) {
     if (++index < declarations.length()) declarations.removeAt(index);
 }
 
-/// Into its new place first, which may need memory, and out of the old one afterwards.
+/// Into its new place first, which may need memory, and out of the old one afterwards. The index
+/// counts the children that the target has without the node.
 void placeChild(XML& target, XML& node, int index) {
     TISimpleArray<XML>& children = XMLTree::children(target);
-    const int place = std::clamp(index, 0, children.length());
     XML* former = node.getParent();
     int oldPlace = former ? XMLTree::children(*former).indexOf(&node) : -1;
-    if (former == &target && oldPlace >= place) ++oldPlace;
+    const bool staysHere = former == &target;
+    int place = std::clamp(index, 0, children.length() - int(staysHere));
+    if (staysHere) ++(oldPlace < place ? place : oldPlace);
     XMLTree::insert(children, &node, place);
     if (former) XMLTree::children(*former).removeAt(oldPlace);
     XMLTree::setParent(node, &target);
@@ -87,14 +89,13 @@ void placeNode(XML& target, XML& node, int index) {
 /// the memory is there, and every pointer moves once.
 class Splice {
 public:
-    Splice(XML& target, int index)
-        : target_(target), place_(std::clamp(index, 0, target.length())) {}
+    Splice(XML& target, int index) : target_(target), index_(index) {}
 
     void insertIntoList(const XML& list) {
-        appendRange(0, place_);
+        const int next = appendFirst();
         for (XML* member : XMLTree::children(list))
             XMLTree::append(merged_, member);
-        appendRange(place_, target_.length());
+        appendRest(next);
         std::swap(XMLTree::children(target_), merged_);
     }
 
@@ -105,14 +106,14 @@ public:
             if (isChildType(member->getType())) moved_.set(key(member), 1);
         }
         if (moved_.length() == 0) return;
-        appendRange(0, place_);
+        const int next = appendFirst();
         SparseArray inserted;
         for (XML* member : XMLTree::children(list)) {
             if (!isMoved(member) || inserted.hasKey(key(member))) continue;
             inserted.set(key(member), 1);
             XMLTree::append(merged_, member);
         }
-        appendRange(place_, target_.length());
+        appendRest(next);
         moveMembers(list, *formers);
     }
 
@@ -120,12 +121,20 @@ private:
     static long long key(XML* node) { return TSimpleArray<XML>::toWord(node); }
     bool isMoved(XML* node) const { return moved_.hasKey(key(node)); }
 
-    /// What stays where it is in the target.
-    void appendRange(int begin, int end) {
-        for (int index = begin; index < end; ++index) {
-            XML* child = target_.getChild(index);
-            if (!isMoved(child)) XMLTree::append(merged_, child);
-        }
+    /// What stays in the target, as many as the index counts. Returns where the rest begins.
+    int appendFirst() {
+        int next = 0;
+        for (; next < target_.length() && merged_.length() < index_; ++next)
+            appendUnmoved(next);
+        return next;
+    }
+    void appendRest(int next) {
+        for (; next < target_.length(); ++next)
+            appendUnmoved(next);
+    }
+    void appendUnmoved(int place) {
+        XML* child = target_.getChild(place);
+        if (!isMoved(child)) XMLTree::append(merged_, child);
     }
 
     /// Needs no memory.
@@ -143,7 +152,7 @@ private:
     }
 
     XML& target_;
-    int place_;
+    int index_;
     SparseArray moved_;
     TISimpleArray<XML> merged_;
 };

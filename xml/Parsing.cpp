@@ -52,6 +52,8 @@ String wrap(const String& text, const ListForm& list, const XML* defaultNamespac
 
 void pushFailure(Error& error, const String& text, const ParseOutcome& outcome) {
     error.push(outcome.code);
+    // Nothing is recorded on top of a shortage, and a message would need memory.
+    if (outcome.code == ErrorCode::OutOfMemory) return;
     error.setMoreInfo(text, outcome.line, outcome.position, outcome.column, parserPlace);
     Array arguments;
     arguments += Variant(outcome.line);

@@ -93,10 +93,12 @@ ParseOutcome XMLTreeBuilder::outcomeOf(bool isGood) const {
     ParseOutcome outcome{0, 0, 0, start_};
     const std::int64_t byteIndex = XML_GetCurrentByteIndex(parser_);
     if (byteIndex > 0) outcome.position += static_cast<int>(byteIndex / 2);
-    if (isOutOfMemory_) {
+    const XML_Error expatError = XML_GetErrorCode(parser_);
+    // Expat gives no error when it has no room for the name of the encoding.
+    if (isOutOfMemory_ || (!isGood && expatError == XML_ERROR_NONE)) {
         outcome.code = ErrorCode::OutOfMemory;
     } else if (!isGood) {
-        outcome.code = errorCodeOfExpat(XML_GetErrorCode(parser_));
+        outcome.code = errorCodeOfExpat(expatError);
     }
     if (outcome.code == 0) return outcome;
     // Expat counts the lines of the whole text for the answer.

@@ -43,7 +43,7 @@ TEST(XMLChange, PutMakesTheOnlyOne) {
         {"z", "n", "<r a=\"1\"><x>1</x><y/><x>2</x><z>n</z></r>"},
         {"@a", "2", "<r a=\"2\"><x>1</x><y/><x>2</x></r>"},
         {"y/k/@m", "2", "<r a=\"1\"><x>1</x><y><k m=\"2\"/></y><x>2</x></r>"},
-        {"x/t", "", "<r a=\"1\"><x>1<t/></x><y/><x>2</x></r>"},
+        {"x/t", "", "<r a=\"1\"><x>1<t></t></x><y/><x>2</x></r>"},
         {"a/b::c", "2", "<r a=\"1\"><x>1</x><y/><x>2</x><b:c xmlns:b=\"a/b\">2</b:c></r>"},
         {"/x", "2", nullptr},
         {"x//y", "2", nullptr},
@@ -90,6 +90,29 @@ TEST(XMLChange, InsertMovesOrCopies) {
     EXPECT_FALSE(target->insertChild(*adopt(new XML(XML::Attribute, "n")), 0, false));
     EXPECT_FALSE(target->insert(*adopt(new XML(99)), 0, false));
     EXPECT_FALSE(adopt(new XML(XML::Comment))->insert(*target, 0, false));
+}
+
+TEST(XMLChange, InsertGivesTheIndexAskedFor) {
+    const struct {
+        int child;
+        int index;
+        const char* result;
+    } rows[] = {{0, 1, "b|a|c"}, {0, 2, "b|c|a"}, {0, 9, "b|c|a"}, {1, 1, "a|b|c"},
+                {2, 0, "c|a|b"}, {2, 1, "a|c|b"}, {0, -1, "a|b|c"}};
+    for (const auto& row : rows) {
+        const Node one = parse("<r><a/><b/><c/></r>");
+        EXPECT_TRUE(one->insert(*one->getChild(row.child), row.index, false));
+        const Node list = parse("<r><a/><b/><c/></r>");
+        const Node moved = adopt(new XML(XML::List));
+        moved->insert(*list->getChild(row.child), 0, false);
+        EXPECT_TRUE(list->insert(*moved, row.index, false));
+        for (const Node& doc : {one, list}) {
+            std::string order;
+            for (int index = 0; index < doc->length(); ++index)
+                order += (index > 0 ? "|" : "") + toUtf8(doc->getChild(index)->getName());
+            EXPECT_EQ(order, row.result) << row.child << " to " << row.index;
+        }
+    }
 }
 
 TEST(XMLChange, RefusesCycles) {

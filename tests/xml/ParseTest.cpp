@@ -224,12 +224,35 @@ TEST(XMLParse, GivesEverythingBackWithoutMemory) {
     const String text =
         "<!DOCTYPE r [<!ENTITY e 'v'>]><r xmlns:p='u'>&e;<p:a b='1'>text</p:a><!--c--><?p?></r>";
     for (const String& input : {text, String("<><a/>text</>"), String("<a></b>")}) {
+        int wholePos = 0;
+        Error wholeError;
+        const Node whole = adopt(XML::parse(input, wholePos, wholeError, true, false, false));
+        const auto parseAgain = [&](int& pos, Error& error) {
+            const Node node = adopt(XML::parse(input, pos, error, true, false, false));
+            // Never a part of the tree without an error.
+            EXPECT_EQ(!node, error.getCode() != 0);
+            if (node) {
+                EXPECT_EQ(node->length(), whole->length());
+            }
+        };
         forEachFailure([&] {
             Error error;
             int pos = 0;
-            const Node node = adopt(XML::parse(input, pos, error, true, false, false));
-            EXPECT_EQ(!node, error.getCode() != 0);
+            parseAgain(pos, error);
         });
+        // A shortage is recorded or thrown, not both.
+        forEachFailure(
+            [&] {
+                Error error;
+                int pos = 0;
+                try {
+                    parseAgain(pos, error);
+                } catch (const OutOfMemory&) {
+                    EXPECT_NE(error.getCode(), ErrorCode::OutOfMemory);
+                    throw;
+                }
+            },
+            Shortage::Lasting);
     }
 }
 

@@ -153,7 +153,8 @@ public:
     XML* nextElements_r() const;
     XML* prevElements_r() const;
     /// The namespace declarations in scope, the innermost first. Those whose prefix is declared
-    /// again further in are left out, and so is the predefined "xml".
+    /// again further in are left out, and so is the predefined "xml". Empty for a list, whose
+    /// members may see different ones.
     XML* namespaces_r() const;
     /// Children, or attributes with `mode` Attributes, by name. In a list those of all members.
     XML* get_r(const String& name, int mode) const;
@@ -191,7 +192,8 @@ public:
     XML* put(const String& name);
     XML* put(const String& name, const String& value);
     XML* put(const String& name, const XML& node, bool copy);
-    /// Inserts a node, or the members of a list, at an index clipped to 0 ... `length()`. Into an
+    /// Inserts a node, or the members of a list, at an index clipped to 0 ... `length()`, which
+    /// counts the children without those that move: afterwards the node has this index. Into an
     /// element, attributes go to its attributes and namespaces to its declarations, whatever the
     /// index, and replace those of the same name or prefix. A list takes any node and leaves its
     /// parent alone; a node may be in it more than once. Of a list's members the attributes and
