@@ -18,6 +18,7 @@ find_package(ExpatW 2.4 REQUIRED)
 target_link_libraries(krcore PRIVATE "$<BUILD_INTERFACE:Expat::ExpatW>")
 
 if(WIN32)
+    target_link_libraries(krcore PRIVATE comdlg32 ole32 shell32 uuid)
     set_target_properties(krcore PROPERTIES PREFIX "" IMPORT_PREFIX "lib")
     enable_language(RC)
     configure_file("${PROJECT_SOURCE_DIR}/cmake/krcore.rc.in" "${PROJECT_BINARY_DIR}/krcore.rc" @ONLY)

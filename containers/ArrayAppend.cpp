@@ -43,6 +43,8 @@ Array& Array::operator+=(LiveObject& object) { return appendValue(Variant(object
 
 Array& Array::operator+=(LiveObject* object) { return appendValue(Variant(object)); }
 
+Array& Array::operator+=(const FileSpec& file) { return appendValue(Variant(file)); }
+
 Array& Array::operator+=(const Point& point) { return appendValue(Variant(point)); }
 
 Array& Array::operator+=(const Rect& rect) { return appendValue(Variant(rect)); }

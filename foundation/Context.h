@@ -12,6 +12,7 @@ class Localizer;
 class Lock;
 class Root;
 class SimpleArray;
+class String;
 class XML;
 struct ArrayScratch;
 struct EncodeScratch;
@@ -39,6 +40,7 @@ struct Context {
     const Localizer* localizer = nullptr;    ///< The current one; borrowed, may be null.
     SimpleArray* localizerStack = nullptr;   ///< Pushed localizers, borrowed; the array is owned.
     const Encoder* defaultEncoder = nullptr; ///< Borrowed; null until somebody asks.
+    String* currentFolder = nullptr;         ///< Owned; null until somebody asks.
     ArrayScratch* arrayScratch = nullptr;    ///< Stand-ins for elements, texts in progress.
     LiveObjectData* endingObjects = nullptr; ///< Of dead live objects, waiting for their turn.
     bool isEndingObjects = false;

@@ -40,6 +40,7 @@ constexpr Hook startHooks[] = {
 constexpr Hook stopHooks[] = {
     stopLocks,
     stopXML,
+    stopFiles,
     stopLiveObjects,
     stopErrors,
     stopWeakReferences,
@@ -57,6 +58,7 @@ constexpr ContextHook contextHooks[] = {
     endStringsOf,
     endArraysOf,
     endXMLOf,
+    endFilesOf,
 };
 // clang-format on
 

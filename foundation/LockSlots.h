@@ -18,6 +18,7 @@ enum class LockSlot {
     WeakReferences = 8,
     Broadcasters = 9, // making the list of listeners
     LiveObjects = 10, // factories, autostore links, generated IDs
+    FileSystem = 11,  // current folders, the home folder, names of temporary files
 };
 
 constexpr int lockSlotCount = 15;

@@ -11,8 +11,9 @@ struct Context;
 // The order of start-up: time, allocators, contexts, threads, strings, localizer, encoders, weak
 // references, errors, arrays, live objects, dictionary, unit converters, Unicode, unit values,
 // dialogs, files, XML, player, locks. The order of shut-down: locks (what follows runs unlocked),
-// player, XML, dialogs, unit values, Unicode, unit converters, dictionary, live objects, arrays,
-// time, errors, weak references, encoders, localizer, strings, threads, contexts, allocators.
+// player, XML, files, dialogs, unit values, Unicode, unit converters, dictionary, live objects,
+// arrays, time, errors, weak references, encoders, localizer, strings, threads, contexts,
+// allocators.
 //
 // A start function may throw OutOfMemory. The library is then stopped as a whole, so a stop
 // function copes with a module that was never started, and stopping twice is harmless.
@@ -29,6 +30,7 @@ void startXML();
 
 void stopLocks();
 void stopXML();
+void stopFiles();
 void stopLiveObjects();
 void stopErrors();
 void stopWeakReferences();
@@ -48,6 +50,7 @@ void endEncodersOf(Context& context);
 void endStringsOf(Context& context);
 void endArraysOf(Context& context);
 void endXMLOf(Context& context);
+void endFilesOf(Context& context);
 
 /// Calls all of these.
 void endModulesOf(Context& context);

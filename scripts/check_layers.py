@@ -10,7 +10,7 @@ import subprocess
 import sys
 from pathlib import Path
 
-LAYERS = ["platform", "foundation", "text", "containers", "values", "xml", "messages", "live"]
+LAYERS = ["platform", "foundation", "text", "containers", "values", "xml", "files", "messages", "live"]
 
 UPWARD_STEPS = {
     # beginning of the file's name: families above its own that it may include, and why
@@ -21,7 +21,8 @@ UPWARD_STEPS = {
     "text/Localizer": {"containers", "values"},   # placeholders take their text from an array of values
     "containers/Array": {"values"},               # the array of Variants; no other container knows them
     "include/krcore/containers/Array": {"values"},
-    "values/VariantContent": {"live"},            # a value counts the live object it holds
+    "values/VariantContent": {"files", "live"},   # a value owns its file, counts the live object it holds
+    "values/VariantCompare": {"files"},           # and compares its file by the path
     "values/VariantConvert": {"live"},            # and asks it for its number and its text
     "values/VariantProperties": {"live"},         # and reads and writes its properties
     "values/Error": {"live"},                     # a live object names its property in a message
@@ -33,7 +34,7 @@ LONG = re.compile(r"\blong\b")
 FIXED_SIZE_LONG = re.compile(r"\blong long\b|\blong double\b")
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]', re.MULTILINE)
 COMMENT = re.compile(r"//[^\n]*|/\*.*?\*/|\"(?:\\.|[^\"\\\n])*\"", re.DOTALL)
-PRODUCT = ("include/", "platform/", "foundation/", "text/", "containers/", "values/", "xml/", "live/")
+PRODUCT = ("include/", "platform/", "foundation/", "text/", "containers/", "values/", "xml/", "files/", "live/")
 
 
 def family(path):

@@ -12,7 +12,7 @@ import re
 import subprocess
 import sys
 
-ALLOWED_DLLS = {"kernel32.dll", "msvcrt.dll", "user32.dll"}
+ALLOWED_DLLS = {"comdlg32.dll", "kernel32.dll", "msvcrt.dll", "ole32.dll", "shell32.dll", "user32.dll"}
 
 PLAIN_FUNCTIONS = {
     "DebugAlert", "KrAtomicDec", "KrAtomicInc", "KrGetErrorMsg", "KrGetTopWindow", "getVersion",

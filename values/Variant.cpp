@@ -32,6 +32,7 @@ Variant::Variant(const Array& array) : type_(VariantType::Array) {
     payload_.array = new Array(array); // No search: a new variant is no element yet.
 }
 
+Variant::Variant(const FileSpec& file) : Variant() { setFileSpec(file); }
 Variant::Variant(const UnitValue& value) : Variant() { setUnitValue(value); }
 
 Variant::Variant(LiveObject& object, int info) : Variant() { setLiveObject(object, info); }
@@ -145,6 +146,11 @@ Variant& Variant::operator=(const Rect& rect) {
 
 Variant& Variant::operator=(const Array& array) {
     setArray(array);
+    return *this;
+}
+
+Variant& Variant::operator=(const FileSpec& file) {
+    setFileSpec(file);
     return *this;
 }
 

@@ -1,5 +1,6 @@
 #include <krcore/values/Variant.h>
 
+#include <krcore/files/FileSpec.h>
 #include <krcore/text/String.h>
 #include <krcore/values/Point.h>
 #include <krcore/values/Rect.h>
@@ -59,6 +60,9 @@ bool Variant::compareSameKind(const Variant& other, int& order) const {
     case VariantType::Rect:
         order = payload_.rect->cmp(*other.payload_.rect);
         return true;
+    case VariantType::FileSpec:
+        order = payload_.fileSpec->getPath().cmp(other.payload_.fileSpec->getPath());
+        return true;
     case VariantType::UnitValue:
         order = payload_.unitValue->cmp(*other.payload_.unitValue);
         return true;
@@ -66,7 +70,6 @@ bool Variant::compareSameKind(const Variant& other, int& order) const {
     case VariantType::Object:
     case VariantType::LiveObject:
     case VariantType::Array:
-    case VariantType::FileSpec:
     case VariantType::RegExp:
         break;
     }

@@ -1,6 +1,7 @@
 #include "values/ObjectIdentity.h"
 
 #include <krcore/containers/Array.h>
+#include <krcore/files/FileSpec.h>
 #include <krcore/foundation/Cloneable.h>
 #include <krcore/foundation/InterfacePtr.h>
 #include <krcore/live/LiveObject.h>
@@ -56,12 +57,14 @@ Variant::Content Variant::copyContentFor(const Variant& owner) const {
     case VariantType::UnitValue:
         copy.payload.unitValue = new UnitValue(*payload_.unitValue);
         break;
+    case VariantType::FileSpec:
+        copy.payload.fileSpec = new FileSpec(*payload_.fileSpec);
+        break;
     case VariantType::Undefined:
     case VariantType::Null:
     case VariantType::Bool:
     case VariantType::Number:
     case VariantType::String:
-    case VariantType::FileSpec:
     case VariantType::RegExp:
         break;
     }
@@ -97,12 +100,14 @@ void Variant::destroyContent(const Content& content) noexcept {
     case VariantType::UnitValue:
         delete content.payload.unitValue;
         break;
+    case VariantType::FileSpec:
+        delete content.payload.fileSpec;
+        break;
     case VariantType::Undefined:
     case VariantType::Null:
     case VariantType::Bool:
     case VariantType::Number:
     case VariantType::String:
-    case VariantType::FileSpec:
     case VariantType::RegExp:
         break;
     }
@@ -144,6 +149,10 @@ void Variant::setRect(const Rect& rect) {
 
 void Variant::setArray(const Array& array) {
     install({VariantType::Array, {.array = new Array(array.copyFor(this))}, {}});
+}
+
+void Variant::setFileSpec(const FileSpec& file) {
+    install({VariantType::FileSpec, {.fileSpec = new FileSpec(file)}, {}});
 }
 
 void Variant::setUnitValue(const UnitValue& value) {
@@ -232,7 +241,9 @@ const UnitValue* Variant::getUnitValue() const {
     return type_ == VariantType::UnitValue ? payload_.unitValue : nullptr;
 }
 
-const FileSpec* Variant::getFileSpec() const { return nullptr; }
+const FileSpec* Variant::getFileSpec() const {
+    return type_ == VariantType::FileSpec ? payload_.fileSpec : nullptr;
+}
 
 const RegExp* Variant::getRegExp() const { return nullptr; }
 

@@ -265,6 +265,8 @@ void Variant::formText(String& text) const {
         payload_.unitValue->toString(text);
         break;
     case VariantType::FileSpec:
+        text = "[object File]";
+        break;
     case VariantType::RegExp:
         text.erase();
         break;

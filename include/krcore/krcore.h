@@ -4,6 +4,7 @@
 /// Everything KrCore offers.
 
 #include <krcore/containers.h>
+#include <krcore/files.h>
 #include <krcore/foundation.h>
 #include <krcore/live.h>
 #include <krcore/messages.h>

@@ -75,8 +75,7 @@ public:
     Array& operator+=(bool value);
     Array& operator+=(LiveObject& object);
     Array& operator+=(LiveObject* object);
-    /// Declared for code that names it; there are no `FileSpec` values to link it with yet.
-    Array& operator+=(FileSpec& file);
+    Array& operator+=(const FileSpec& file);
     Array& operator+=(const Point& point);
     Array& operator+=(const Rect& rect);
     /// Every other pointer would be appended as `true`.

@@ -14,7 +14,7 @@ enum class VariantType : int {
     Point = 7,
     Rect = 8,
     Array = 9,
-    FileSpec = 10, ///< Reserved: no value of this kind can be made yet.
+    FileSpec = 10,
     RegExp = 11,   ///< Reserved: no value of this kind can be made yet.
     UnitValue = 12
 };
