@@ -22,4 +22,9 @@ int renameTo(FileSpec& spec, const String& name) {
     return code;
 }
 
+int removeAt(const FileSpec& spec) {
+    const String path = systemPathOf(spec);
+    return codeOf(Platform::removeEntry(unitsOf(path)));
+}
+
 } // namespace KrCore

@@ -12,4 +12,7 @@ bool isEntryName(const String& name);
 /// code.
 int renameTo(FileSpec& spec, const String& name);
 
+/// Removes a file, an empty folder, or a link. Returns an error code.
+int removeAt(const FileSpec& spec);
+
 } // namespace KrCore

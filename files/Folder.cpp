@@ -80,8 +80,7 @@ int Folder::create() { return codeOf(createAll(PathText::folded(systemPathOf(spe
 
 int Folder::remove() {
     if (!spec_.isFolder()) return ErrorCode::FileNotFound;
-    const String path = systemPathOf(spec_);
-    return codeOf(Platform::removeEntry(unitsOf(path)));
+    return removeAt(spec_);
 }
 
 int Folder::rename(const String& name) { return renameTo(spec_, name); }

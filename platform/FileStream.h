@@ -30,8 +30,8 @@ public:
     /// Reads up to `count` bytes at the position and moves on. Returns how many, 0 at the end of
     /// the file, -1 when the system fails.
     std::int64_t read(char* bytes, std::size_t count);
-    /// Writes all bytes at the position, or says why not; some may have been written then.
-    FileFault write(const char* bytes, std::size_t count);
+    /// Writes the bytes at the position, or says why not; `written` tells how many went out.
+    FileFault write(const char* bytes, std::size_t count, std::size_t& written);
     /// From the beginning of the file; may lie behind its end.
     bool seek(std::int64_t position);
     /// -1 when the system fails.

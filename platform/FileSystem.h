@@ -52,6 +52,7 @@ struct FileFacts {
     int attributes = 0;  ///< Of what a link leads to, with `attributeAlias` for the link itself.
     bool isFile = false; ///< A regular file. Neither this nor a folder: a device, a broken link.
     bool isFolder = false;
+    std::int64_t byteCount = 0; ///< Of a file.
 };
 
 FileFault readFileFacts(PathUnits path, FileFacts& facts);

@@ -65,14 +65,12 @@ std::int64_t FileStream::read(char* bytes, std::size_t count) {
     }
 }
 
-FileFault FileStream::write(const char* bytes, std::size_t count) {
-    while (count > 0) {
-        const ssize_t result = ::write(descriptor(handle_), bytes, count);
-        if (result < 0 && errno != EINTR)
-            return errno == EBADF ? FileFault::Denied : faultOf(errno);
-        if (result <= 0) continue;
-        bytes += result;
-        count -= static_cast<std::size_t>(result);
+FileFault FileStream::write(const char* bytes, std::size_t count, std::size_t& written) {
+    written = 0;
+    while (written < count) {
+        const ssize_t result = ::write(descriptor(handle_), bytes + written, count - written);
+        if (result < 0 && errno != EINTR) return faultOf(errno);
+        if (result > 0) written += static_cast<std::size_t>(result);
     }
     return FileFault::None;
 }

@@ -138,6 +138,7 @@ FileFault readFileFacts(PathUnits path, FileFacts& facts) {
     }
     facts.isFile = S_ISREG(found.st_mode);
     facts.isFolder = S_ISDIR(found.st_mode);
+    if (facts.isFile) facts.byteCount = found.st_size;
     if (facts.isFolder) facts.attributes |= attributeFolder;
     if ((found.st_mode & anyoneWrites) == 0) facts.attributes |= attributeReadOnly;
     if (lastName(bytes.get()).starts_with('.')) facts.attributes |= attributeHidden;

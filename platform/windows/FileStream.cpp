@@ -60,19 +60,20 @@ std::int64_t FileStream::read(char* bytes, std::size_t count) {
     return ReadFile(handleOf(handle_), bytes, step, &done, nullptr) ? std::int64_t(done) : -1;
 }
 
-FileFault FileStream::write(const char* bytes, std::size_t count) {
-    while (count > 0) {
+FileFault FileStream::write(const char* bytes, std::size_t count, std::size_t& written) {
+    written = 0;
+    while (written < count) {
         // This offset stands for the end of the file, wherever that is by now.
         OVERLAPPED end = {};
         end.Offset = 0xFFFFFFFF;
         end.OffsetHigh = 0xFFFFFFFF;
         DWORD done = 0;
-        const auto step = static_cast<DWORD>(std::min(count, largestStep));
-        if (!WriteFile(handleOf(handle_), bytes, step, &done, appends_ ? &end : nullptr))
+        const auto step = static_cast<DWORD>(std::min(count - written, largestStep));
+        OVERLAPPED* const place = appends_ ? &end : nullptr;
+        if (!WriteFile(handleOf(handle_), bytes + written, step, &done, place))
             return faultOf(GetLastError());
         if (done == 0) return FileFault::Failed;
-        bytes += done;
-        count -= done;
+        written += done;
     }
     return FileFault::None;
 }

@@ -65,12 +65,15 @@ FileFault readFileFacts(PathUnits path, FileFacts& facts) {
     facts = {};
     const WidePath wide(path);
     if (!wide.get()) return FileFault::Invalid;
-    DWORD found = 0;
-    const FileFault fault = readAttributes(wide.get(), found);
-    if (fault != FileFault::None) return fault;
-    facts.attributes = static_cast<int>(found) & knownAttributes;
-    facts.isFolder = (found & FILE_ATTRIBUTE_DIRECTORY) != 0;
-    facts.isFile = (found & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_DEVICE)) == 0;
+    WIN32_FILE_ATTRIBUTE_DATA found;
+    if (!GetFileAttributesExW(wide.get(), GetFileExInfoStandard, &found))
+        return faultOf(GetLastError());
+    const DWORD attributes = found.dwFileAttributes;
+    facts.attributes = static_cast<int>(attributes) & knownAttributes;
+    facts.isFolder = (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+    facts.isFile = (attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_DEVICE)) == 0;
+    if (facts.isFile)
+        facts.byteCount = std::int64_t(found.nFileSizeHigh) << 32 | found.nFileSizeLow;
     return FileFault::None;
 }
 

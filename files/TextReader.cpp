@@ -1,0 +1,200 @@
+#include "files/TextReader.h"
+
+#include <krcore/foundation/ErrorCode.h>
+
+#include <algorithm>
+#include <cstring>
+
+namespace KrCore {
+
+namespace {
+
+bool isHighSurrogate(unsigned short unit) { return (unit & 0xFC00) == 0xD800; }
+bool isLowSurrogate(unsigned short unit) { return (unit & 0xFC00) == 0xDC00; }
+
+} // namespace
+
+TextReader::TextReader(Platform::FileStream& stream) : stream_(stream) {}
+
+TextReader::~TextReader() {
+    Heap::operator delete(bytes_);
+    Heap::operator delete(units_);
+}
+
+void TextReader::restart(std::int64_t position) {
+    blockPosition_ = position;
+    byteCount_ = usedBytes_ = unitCount_ = nextUnit_ = 0;
+    isLastBlock_ = false;
+    if (stream_.isOpen()) stream_.seek(position);
+}
+
+void TextReader::setCodec(const Codec& codec) {
+    if (unitCount_ > 0) restart(position());
+    codec_ = codec;
+}
+
+std::int64_t TextReader::position() const {
+    if (available() == 0) return blockPosition_ + usedBytes_;
+    if (nextUnit_ == 0) return blockPosition_;
+    // Nobody kept where the units came from; those handed out are decoded once more.
+    int used = usedBytes_;
+    int count = nextUnit_;
+    codec_.decode(bytes_, used, units_, count, blockPosition_ == 0, false);
+    return blockPosition_ + used;
+}
+
+bool TextReader::isAtEnd() {
+    if (available() > 0 || usedBytes_ < byteCount_) return false;
+    return !readBytes() || usedBytes_ == byteCount_;
+}
+
+int TextReader::peek(const char*& bytes, int count) {
+    while (byteCount_ < count && !isLastBlock_ && readBytes()) {
+    }
+    bytes = bytes_;
+    return std::min(byteCount_, count);
+}
+
+/// The block begins with the first byte that is not decoded yet.
+void TextReader::discardUsedBytes() {
+    const int rest = byteCount_ - usedBytes_;
+    if (rest > 0) std::memmove(bytes_, bytes_ + usedBytes_, static_cast<std::size_t>(rest));
+    blockPosition_ += usedBytes_;
+    byteCount_ -= usedBytes_;
+    usedBytes_ = unitCount_ = nextUnit_ = 0;
+}
+
+/// Fills the block up; false when the system fails. All its units were handed out.
+bool TextReader::readBytes() {
+    if (!bytes_) bytes_ = static_cast<char*>(Heap::operator new(blockSize));
+    discardUsedBytes();
+    const std::int64_t count =
+        stream_.read(bytes_ + byteCount_, static_cast<std::size_t>(blockSize - byteCount_));
+    if (count < 0) return false;
+    isLastBlock_ = count == 0 && byteCount_ < blockSize;
+    byteCount_ += static_cast<int>(count);
+    return true;
+}
+
+/// Decodes what lies behind the used bytes. Code and `count` as for an encoder; a block that holds
+/// nothing that could be decoded now or later is an error.
+int TextReader::decodeInto(unsigned short* out, int& count) {
+    int used = byteCount_ - usedBytes_;
+    const bool isAtStart = blockPosition_ + usedBytes_ == 0;
+    int code = codec_.decode(bytes_ + usedBytes_, used, out, count, isAtStart, isLastBlock_);
+    usedBytes_ += used;
+    if (count > 0 || used > 0) return ErrorCode::Ok;
+    const bool isStuck = byteCount_ - usedBytes_ == blockSize || isLastBlock_;
+    if (code == ErrorCode::Ok && isStuck && usedBytes_ < byteCount_)
+        code = isLastBlock_ ? ErrorCode::PartialCharacter : ErrorCode::CharacterConversion;
+    return code;
+}
+
+int TextReader::decodeBlock() {
+    if (!units_) {
+        units_ =
+            static_cast<unsigned short*>(Heap::operator new(blockSize * sizeof(unsigned short)));
+    }
+    unitCount_ = blockSize;
+    nextUnit_ = 0;
+    return decodeInto(units_, unitCount_);
+}
+
+/// Makes units available, unless the file ends.
+int TextReader::fill() {
+    while (available() == 0) {
+        if (usedBytes_ > 0 || byteCount_ == 0 || !isLastBlock_) {
+            if (!readBytes()) return ErrorCode::IOError;
+        }
+        const int code = decodeBlock();
+        if (code != ErrorCode::Ok) return code;
+        if (available() == 0 && isLastBlock_ && usedBytes_ == byteCount_) break;
+    }
+    return ErrorCode::Ok;
+}
+
+void TextReader::take(int count, String& text) {
+    text.append(units_ + nextUnit_, count);
+    nextUnit_ += count;
+}
+
+/// The block that the call began in may be gone; it is read again then.
+void TextReader::returnTo(const Place& place) {
+    if (blockPosition_ != place.blockPosition) {
+        restart(place.blockPosition);
+        if (fill() != ErrorCode::Ok) return;
+    }
+    nextUnit_ = std::min(place.unit, unitCount_);
+}
+
+/// What a reading gives; the position is where it was when that is no success.
+template <class Reading>
+int TextReader::orReturn(Reading reading) {
+    if (available() == 0) discardUsedBytes();
+    const Place start{blockPosition_, nextUnit_};
+    try {
+        const int code = reading();
+        if (code != ErrorCode::Ok) returnTo(start);
+        return code;
+    } catch (...) {
+        returnTo(start);
+        throw;
+    }
+}
+
+int TextReader::read(std::int64_t count, String& text) {
+    return orReturn([&] { return readBlocks(count, text); });
+}
+
+int TextReader::readBlocks(std::int64_t count, String& text) {
+    while (count > 0) {
+        const int code = fill();
+        if (code != ErrorCode::Ok) return code;
+        if (available() == 0) break;
+        int step = static_cast<int>(std::min<std::int64_t>(count, available()));
+        const bool cutsPair = step < available() && isHighSurrogate(units_[nextUnit_ + step - 1]) &&
+                              isLowSurrogate(units_[nextUnit_ + step]);
+        if (cutsPair) ++step;
+        take(step, text);
+        count -= step;
+    }
+    return ErrorCode::Ok;
+}
+
+int TextReader::readLine(String& line, bool& isFound) {
+    return orReturn([&] { return readToLineEnd(line, isFound); });
+}
+
+int TextReader::readToLineEnd(String& line, bool& isFound) {
+    isFound = false;
+    for (;;) {
+        const int code = fill();
+        if (code != ErrorCode::Ok) return code;
+        if (available() == 0) return ErrorCode::Ok;
+        isFound = true;
+        const int length = findLineEnd();
+        const bool isWhole = length < available();
+        take(length, line);
+        if (!isWhole) continue;
+        if (units_[nextUnit_++] == '\r') skipLineFeed();
+        return ErrorCode::Ok;
+    }
+}
+
+/// Units in front of the next line end, or all that are available.
+int TextReader::findLineEnd() const {
+    const unsigned short* const begin = units_ + nextUnit_;
+    const unsigned short* const end = units_ + unitCount_;
+    const unsigned short* at = begin;
+    while (at != end && *at != '\n' && *at != '\r')
+        ++at;
+    return static_cast<int>(at - begin);
+}
+
+/// Behind a CR, which may end a block. What is wrong with the next one is for the next call.
+void TextReader::skipLineFeed() {
+    if (fill() != ErrorCode::Ok) return;
+    if (available() > 0 && units_[nextUnit_] == '\n') ++nextUnit_;
+}
+
+} // namespace KrCore
