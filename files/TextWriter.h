@@ -30,7 +30,7 @@ public:
     int write(const Codec& codec, const unsigned short* units, int count, CRLFEncoding lineEnd);
 
 private:
-    int takeBlock(const unsigned short* units, int count, CRLFEncoding lineEnd, int& written);
+    int takeBlock(const unsigned short* units, int count, CRLFEncoding kind, int& written);
     int encodeBlock(const Codec& codec, const unsigned short* units, int count);
 
     static constexpr int blockSize = 32768;

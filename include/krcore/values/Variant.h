@@ -65,7 +65,8 @@ concept VariantForeignPointer =
 ///   questions about numbers too, as they fill caches, and so for elements that copies of an array
 ///   share; copying, comparing, `toString(text)` and the other getters only read. Conversions of a
 ///   live object hold that object's lock while they call it.
-/// - Values of the kind `RegExp` cannot be made yet. Their setters are declared but join the library
+/// - Values of the kind `RegExp` cannot be made yet. Their setters are declared but join the
+/// library
 ///   with their class, as `getAsLiveCollection` does.
 class KR_API Variant : public Heap {
 public:
