@@ -3,8 +3,10 @@
 #include "LineReader.h"
 #include "ScriptEngine.h"
 #include "TextBridge.h"
+#include "hosts/FolderObject.h"
 #include "hosts/Hosts.h"
 
+#include <krcore/files/FileUtils.h>
 #include <krcore/foundation/Heap.h>
 
 #include <cstdio>
@@ -12,6 +14,18 @@
 namespace krhost::Globals {
 
 namespace {
+
+constexpr int currentFolder = 0;
+
+struct SpecialFolder {
+    const char* name;
+    int kind;
+};
+constexpr SpecialFolder specialFolders[] = {{"current", currentFolder},
+                                            {"startup", KrCore::FileUtils::StartupDir},
+                                            {"temp", KrCore::FileUtils::TempDir},
+                                            {"userData", KrCore::FileUtils::UserDataDir},
+                                            {"desktop", KrCore::FileUtils::DesktopDir}};
 
 duk_ret_t print(CallFrame& frame) {
     const duk_idx_t count = duk_get_top(frame.context);
@@ -80,6 +94,37 @@ void define(duk_context* context, const char* name, duk_idx_t argumentCount) {
     duk_put_global_string(context, name);
 }
 
+duk_ret_t getSpecialFolder(CallFrame& frame) {
+    FolderObject::findSpecial(duk_get_current_magic(frame.context), frame.value);
+    frame.engine.values().push(frame, frame.value);
+    return 1;
+}
+
+duk_ret_t setCurrentFolder(CallFrame& frame) {
+    frame.engine.values().read(frame, 0, frame.value);
+    const int code = FolderObject::setCurrent(frame.value);
+    return code == KrCore::ErrorCode::Ok ? 0 : frame.engine.errors().raise(frame, code);
+}
+
+/// `Folder.temp` and the like: properties of the constructor that are asked for each time. Only the
+/// current folder can be set.
+void defineSpecialFolder(duk_context* context, const char* name, int kind) {
+    duk_get_global_literal(context, "Folder");
+    const duk_idx_t constructor = duk_get_top_index(context);
+    duk_push_string(context, name);
+    duk_push_c_function(
+        context, [](duk_context* inside) { return runNative(inside, getSpecialFolder); }, 0);
+    duk_set_magic(context, -1, kind);
+    duk_uint_t parts = DUK_DEFPROP_HAVE_GETTER | DUK_DEFPROP_SET_ENUMERABLE;
+    if (kind == currentFolder) {
+        duk_push_c_function(
+            context, [](duk_context* inside) { return runNative(inside, setCurrentFolder); }, 1);
+        parts |= DUK_DEFPROP_HAVE_SETTER;
+    }
+    duk_def_prop(context, constructor, parts);
+    duk_pop(context);
+}
+
 /// Finalizers of the script's own would run while the table of live objects is not up to date, and
 /// strings made of raw bytes can be the hidden keys under which script objects keep their holdings.
 void removeDangers(duk_context* context) {
@@ -110,6 +155,8 @@ void install(CallFrame& frame) {
         frame.engine.objects().defineConstructor(frame, className);
     }
     defineParse(frame.context);
+    for (const SpecialFolder& folder : specialFolders)
+        defineSpecialFolder(frame.context, folder.name, folder.kind);
 }
 
 } // namespace krhost::Globals

@@ -3,6 +3,8 @@
 #include "LibraryCalls.h"
 #include "hosts/Box.h"
 #include "hosts/Document.h"
+#include "hosts/FileObject.h"
+#include "hosts/FolderObject.h"
 #include "hosts/Settings.h"
 #include "hosts/XMLNode.h"
 
@@ -25,6 +27,8 @@ void registerFactories() {
     registerFactory<Settings>();
     registerFactory<Document>();
     registerFactory<XMLNode>();
+    registerFactory<FileObject>();
+    registerFactory<FolderObject>();
 }
 
 } // namespace krhost::Hosts
