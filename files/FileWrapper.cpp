@@ -76,10 +76,7 @@ FileWrapper::~FileWrapper() { drop(); }
 
 int FileWrapper::clone(Cloneable** result, bool /*deep*/) const {
     auto copy = std::make_unique<FileWrapper>(spec_);
-    if (file_) {
-        copy->toFile().setEncoding(file_->getEncoding());
-        copy->toFile().setLF(file_->getLF());
-    }
+    copy->takeSettings(*this);
     *result = copy.release();
     return ErrorCode::Ok;
 }
@@ -97,6 +94,25 @@ Folder& FileWrapper::toFolder() {
 void FileWrapper::drop() {
     delete std::exchange(file_, nullptr);
     delete std::exchange(folder_, nullptr);
+}
+
+void FileWrapper::takeSettings(const FileWrapper& other) {
+    if (!other.file_) return;
+    toFile().setEncoding(other.file_->getEncoding());
+    toFile().setLF(other.file_->getLF());
+}
+
+/// Closes the file for a change of it or of its location; what cannot be written stands in the way.
+template <class Change>
+bool FileWrapper::closeAround(Change change) {
+    const int closing = file_ ? file_->close() : int(ErrorCode::Ok);
+    if (closing != ErrorCode::Ok) return checkError(closing);
+    const int code = change();
+    FileWrapper moved(spec_);
+    moved.takeSettings(*this);
+    std::swap(file_, moved.file_);
+    std::swap(folder_, moved.folder_);
+    return checkError(code);
 }
 
 bool FileWrapper::checkError(int code) {
@@ -148,7 +164,11 @@ long long FileWrapper::tell() {
     return position;
 }
 
-bool FileWrapper::eof() { return toFile().eof(); }
+bool FileWrapper::eof() {
+    const bool isAtEnd = toFile().eof();
+    checkError(isOpen() ? ErrorCode::Ok : ErrorCode::NotOpen);
+    return isAtEnd;
+}
 
 bool FileWrapper::flush() { return checkError(toFile().flush()); }
 
@@ -188,12 +208,11 @@ bool FileWrapper::copy(const String& target) {
 }
 
 bool FileWrapper::rename(const String& name) {
-    drop();
-    return checkError(renameTo(spec_, name));
+    return closeAround([&] { return renameTo(spec_, name); });
 }
 
 bool FileWrapper::remove() {
-    drop();
+    if (file_) file_->close(); // Whether its last bytes can be written does not matter any more.
     return checkError(removeAt(spec_));
 }
 
@@ -202,13 +221,12 @@ bool FileWrapper::makeDir() { return checkError(toFolder().create()); }
 bool FileWrapper::execute() { return checkError(toFile().execute()); }
 
 bool FileWrapper::createAlias(const String& target, bool isNative) {
-    drop();
-    return checkError(spec_.createAlias(target, isNative));
+    return closeAround([&] { return spec_.createAlias(target, isNative); });
 }
 
 bool FileWrapper::changePath(const String& uri) {
-    drop();
-    return checkError(spec_.changePath(uri) ? ErrorCode::Ok : ErrorCode::FileNotFound);
+    return closeAround(
+        [&] { return spec_.changePath(uri) ? ErrorCode::Ok : ErrorCode::FileNotFound; });
 }
 
 bool FileWrapper::getFiles(TSimpleArray<FileWrapper>& files, const String* mask) {

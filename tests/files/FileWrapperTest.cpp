@@ -68,9 +68,11 @@ TEST(FileWrapper, ManagesFilesAndFolders) {
     EXPECT_TRUE(file.copy(sub.getAbsoluteURI(true))) << "into a folder";
     EXPECT_TRUE(file.copy((folder / "c").getAbsoluteURI(false)));
     EXPECT_FALSE(file.copy("a%00b"));
+    EXPECT_TRUE(file.setEncoding("UTF-8"));
     EXPECT_TRUE(file.open("a", nullptr, nullptr) && file.write("y", false));
     EXPECT_TRUE(file.rename("b.txt"));
     EXPECT_FALSE(file.isOpen());
+    EXPECT_EQ(file.getEncoding(), "UTF-8");
     EXPECT_EQ(bytesOf(folder / "b.txt"), "xy") << "what was written went out first";
     EXPECT_FALSE(file.rename("c")) << "taken";
     EXPECT_FALSE(file.rename("sub/c"));

@@ -14,8 +14,9 @@ class Folder;
 /// `getError` says in the user's language why not. A success empties the message, of a getter that
 /// asks the system too.
 ///
-/// It works on a `File` or `Folder` of its own, made when first needed. Names and paths are in URI
-/// form where nothing else is said. One object is used by one thread at a time.
+/// It works on a `File` or `Folder` of its own, made when first needed. The encoding and the line
+/// ends are the wrapper's for good. Paths are in URI form where nothing else is said. One object is
+/// used by one thread at a time.
 class KR_API FileWrapper : public Cloneable {
 public:
     explicit FileWrapper(const FileSpec& spec);
@@ -115,6 +116,9 @@ private:
     File& toFile();
     Folder& toFolder();
     void drop();
+    void takeSettings(const FileWrapper& other);
+    template <class Change>
+    bool closeAround(Change change);
     bool checkError(int code);
 
     FileSpec spec_;
