@@ -57,8 +57,12 @@ int Codec::decode(const char* in, int& inCount, unsigned short* out, int& outCou
     }
     int restIn = inCount - marks * markLength_;
     int restOut = outCount - marks;
-    const int code =
-        encoder_->toUnicode(in + marks * markLength_, restIn, out + marks, restOut, flush);
+    int code = ErrorCode::Ok;
+    if (marks > 0 && restOut == 0) {
+        restIn = 0; // The encoder would drop one mark more.
+    } else {
+        code = encoder_->toUnicode(in + marks * markLength_, restIn, out + marks, restOut, flush);
+    }
     inCount = marks * markLength_ + restIn;
     outCount = marks + restOut;
     return code;

@@ -21,11 +21,11 @@ private:
 };
 
 DetectedEncoding detectMark(const FirstBytes& b) {
-    if (b[0] == 0xFF && b[1] == 0xFE && b[2] == 0 && b[3] == 0) return {"UCS-4LE", 4};
-    if (b[0] == 0xFF && b[1] == 0xFE) return {"UCS-2LE", 2};
-    if (b[0] == 0xFE && b[1] == 0xFF) return {"UCS-2BE", 2};
-    if (b[0] == 0xEF && b[1] == 0xBB && b[2] == 0xBF) return {"UTF8", 3};
-    if (b[0] == 0 && b[1] == 0 && b[2] == 0xFE && b[3] == 0xFF) return {"UCS-4BE", 0};
+    if (b[0] == 0xFF && b[1] == 0xFE && b[2] == 0 && b[3] == 0) return {"UCS-4LE", 4, true};
+    if (b[0] == 0xFF && b[1] == 0xFE) return {"UCS-2LE", 2, true};
+    if (b[0] == 0xFE && b[1] == 0xFF) return {"UCS-2BE", 2, true};
+    if (b[0] == 0xEF && b[1] == 0xBB && b[2] == 0xBF) return {"UTF8", 3, true};
+    if (b[0] == 0 && b[1] == 0 && b[2] == 0xFE && b[3] == 0xFF) return {"UCS-4BE", 0, true};
     return {};
 }
 

@@ -6,6 +6,7 @@ namespace KrCore {
 struct DetectedEncoding {
     const char* name = nullptr; ///< Null when nothing can be told.
     int markLength = 0;         ///< Bytes in front that are no text.
+    bool isMarked = false;      ///< A byte-order mark says so.
 };
 
 /// How much of a file decides; of a longer one, sequences that begin in front of `scannedBytes`.

@@ -17,6 +17,7 @@ int renameTo(FileSpec& spec, const String& name) {
     if (!isEntryName(name)) return ErrorCode::BadArgument;
     const String path = systemPathOf(spec);
     const String target = PathText::join(PathText::folded(PathText::join(path, "..")), name);
+    if (target == path) return lookUp(spec);
     const int code = codeOf(Platform::renameEntry(unitsOf(path), unitsOf(target)));
     if (code == ErrorCode::Ok) FileSpecData::assign(spec, target);
     return code;

@@ -11,6 +11,8 @@
 
 #include <algorithm>
 #include <limits>
+#include <memory>
+#include <utility>
 
 namespace KrCore {
 
@@ -29,8 +31,6 @@ char modeLetter(const String& mode) {
     return unit < 0x80 ? static_cast<char>(unit | 0x20) : '\0';
 }
 
-int lookUp(const FileSpec& spec) { return spec.exists() ? ErrorCode::Ok : ErrorCode::FileNotFound; }
-
 /// How a letter opens a file. A missing file is no error for "e": it is made.
 int chooseMode(char letter, int lookupError, Mode& mode) {
     switch (letter) {
@@ -41,7 +41,7 @@ int chooseMode(char letter, int lookupError, Mode& mode) {
         mode = Mode::Create;
         return ErrorCode::Ok;
     case 'e':
-        mode = lookupError == ErrorCode::Ok ? Mode::Update : Mode::Create;
+        mode = Mode::Edit;
         return ErrorCode::Ok;
     case 'a':
         mode = Mode::Append;
@@ -56,7 +56,10 @@ Access accessOf(Mode mode) {
     return mode == Mode::Append ? Access::AtEnd : Access::Anywhere;
 }
 
-void chooseCodec(FileData& data) { data.codec = Codec(data.encoder, data.markName); }
+void chooseCodec(FileData& data) {
+    data.codec = Codec(data.encoder, data.markName);
+    data.reader.setCodec(data.codec);
+}
 
 /// Finds out the encoding from the first bytes and passes over the mark.
 void detect(FileData& data) {
@@ -65,27 +68,32 @@ void detect(FileData& data) {
     const DetectedEncoding found = detectEncoding(bytes, count);
     data.reader.skip(found.markLength);
     data.markLength = found.markLength;
-    data.markName = found.markLength > 0 ? found.name : nullptr;
+    data.markName = found.isMarked ? found.name : nullptr;
     const Encoder* encoder = found.name ? Encoder::get(found.name) : nullptr;
     if (!encoder || !data.encodingName.isEmpty()) return;
-    data.encoder = encoder;
     data.encodingName = canonicalName(*encoder);
+    data.encoder = encoder;
 }
 
-/// Begins to read where the writer stopped.
+/// Begins to read where the writer stopped. The mark at the beginning is no text.
 int prepareToRead(FileData& data) {
     if (!data.stream.isOpen()) return ErrorCode::NotOpen;
-    if (!data.isWriting) return ErrorCode::Ok;
-    const int code = data.writer.flush();
-    if (code != ErrorCode::Ok) return code;
-    data.isWriting = false;
-    data.reader.restart(data.writer.position());
+    if (data.isWriting) {
+        const int code = data.writer.flush();
+        if (code != ErrorCode::Ok) return code;
+        data.isWriting = false;
+        data.reader.restart(data.writer.position());
+    }
+    if (data.markLength > 0 && data.reader.isAtStart()) data.reader.restart(data.markLength);
     return ErrorCode::Ok;
 }
 
+/// What is written or cut off in front of here takes the mark with it.
+void forgetMarkBehind(FileData& data, std::int64_t position) {
+    if (position < data.markLength) data.markLength = 0;
+}
+
 int prepareToWrite(FileData& data) {
-    if (!data.stream.isOpen()) return ErrorCode::NotOpen;
-    if (data.access == Access::ReadOnly) return ErrorCode::PermissionDenied;
     if (data.isWriting) return ErrorCode::Ok;
     const bool isAtEnd = data.access == Access::AtEnd;
     const std::int64_t position = isAtEnd ? data.stream.size() : data.reader.position();
@@ -93,16 +101,38 @@ int prepareToWrite(FileData& data) {
     data.isWriting = true;
     data.reader.restart(position);
     data.writer.restart(position);
+    forgetMarkBehind(data, position);
     return ErrorCode::Ok;
 }
 
-std::int64_t positionOf(const FileData& data) {
-    return data.isWriting ? data.writer.position() : data.reader.position();
+int mayWrite(const FileData& data) {
+    if (!data.stream.isOpen()) return ErrorCode::NotOpen;
+    return data.access == Access::ReadOnly ? ErrorCode::PermissionDenied : ErrorCode::Ok;
 }
 
 void moveTo(FileData& data, std::int64_t position) {
     data.isWriting = false;
     data.reader.restart(position);
+}
+
+/// Sets up what belongs to a file that was just opened.
+void begin(FileData& data, Access access, bool detects) {
+    data.access = access;
+    moveTo(data, 0);
+    data.markLength = 0;
+    data.markName = nullptr;
+    if (detects) detect(data);
+    if (data.encodingName.isEmpty()) {
+        const Encoder& encoder = Encoder::getDefault();
+        data.encodingName = canonicalName(encoder);
+        data.encoder = &encoder;
+    }
+    chooseCodec(data);
+    if (access == Access::AtEnd) moveTo(data, data.stream.size());
+}
+
+std::int64_t positionOf(const FileData& data) {
+    return data.isWriting ? data.writer.position() : data.reader.position();
 }
 
 /// The position that a seek asks for; false when the sum is none.
@@ -112,9 +142,38 @@ bool addPosition(std::int64_t base, std::int64_t distance, std::int64_t& positio
     return position >= 0;
 }
 
+/// Stands at the beginning of the text for a while; then the file is as it was, closed or at its
+/// position.
+class ContentScope {
+public:
+    ContentScope(FileData& data, bool wasOpen)
+        : data_(data), position_(positionOf(data)), wasOpen_(wasOpen) {
+        if (wasOpen) moveTo(data, data.markLength);
+    }
+    ~ContentScope() {
+        if (wasOpen_) {
+            moveTo(data_, position_);
+        } else {
+            moveTo(data_, 0);
+            data_.stream.close();
+        }
+    }
+    ContentScope(const ContentScope&) = delete;
+    ContentScope& operator=(const ContentScope&) = delete;
+
+private:
+    FileData& data_;
+    const std::int64_t position_;
+    const bool wasOpen_;
+};
+
 } // namespace
 
-File::File(const FileSpec& spec) : data_(new FileData(spec)) { data_->lookupError = lookUp(spec); }
+File::File(const FileSpec& spec) {
+    auto data = std::make_unique<FileData>(spec);
+    data->lookupError = lookUp(spec);
+    data_ = data.release();
+}
 
 File::~File() {
     data_->writer.flush();
@@ -126,29 +185,21 @@ File::~File() {
 int File::open(const String& mode, unsigned int /*type*/, unsigned int /*creator*/) {
     const int closing = close();
     if (closing != ErrorCode::Ok) return closing;
-    FileData& data = *data_;
     // It may have come or gone since.
-    data.lookupError = lookUp(data.spec);
+    data_->lookupError = lookUp(data_->spec);
     const char letter = modeLetter(mode);
     Mode streamMode = Mode::Read;
-    int code = chooseMode(letter, data.lookupError, streamMode);
+    const int code = chooseMode(letter, data_->lookupError, streamMode);
     if (code != ErrorCode::Ok) return code;
-    const String path = systemPathOf(data.spec);
-    code = codeOf(data.stream.open(unitsOf(path), streamMode));
-    if (code != ErrorCode::Ok) return code;
-
-    data.access = accessOf(streamMode);
-    moveTo(data, 0);
-    data.markLength = 0;
-    data.markName = nullptr;
-    if (letter != 'w') detect(data);
-    if (data.encodingName.isEmpty()) {
-        data.encoder = &Encoder::getDefault();
-        data.encodingName = canonicalName(*data.encoder);
+    const String path = systemPathOf(data_->spec);
+    const int opening = codeOf(data_->stream.open(unitsOf(path), streamMode));
+    if (opening != ErrorCode::Ok) return opening;
+    try {
+        begin(*data_, accessOf(streamMode), letter != 'w');
+    } catch (...) {
+        data_->stream.close();
+        throw;
     }
-    chooseCodec(data);
-    data.reader.setCodec(data.codec);
-    if (data.access == Access::AtEnd) moveTo(data, data.stream.size());
     return ErrorCode::Ok;
 }
 
@@ -197,43 +248,40 @@ int File::readln(String& line) {
 int File::getContent(String& content, int limit) {
     content.erase();
     const bool wasOpen = isOpen();
-    int code = wasOpen ? prepareToRead(*data_) : open("r", 0, 0);
+    const int code = wasOpen ? prepareToRead(*data_) : open("r", 0, 0);
     if (code != ErrorCode::Ok) return code;
-    const std::int64_t position = positionOf(*data_);
-    if (wasOpen) moveTo(*data_, data_->markLength);
-    const std::int64_t count = limit < 0 ? String::maxLength : limit;
-    code = data_->reader.read(count, content);
-    if (code != ErrorCode::Ok) content.erase();
-    if (wasOpen) {
-        moveTo(*data_, position);
-    } else {
-        close();
-    }
-    return code;
+    const ContentScope scope(*data_, wasOpen);
+    const std::int64_t count = limit < 0 ? std::numeric_limits<std::int64_t>::max() : limit;
+    String found;
+    const int reading = data_->reader.read(count, found);
+    if (reading == ErrorCode::Ok) content = std::move(found);
+    return reading;
 }
 
 // Writing.
 
 int File::write(const String& text, bool appendLineEnd) {
-    const int code = prepareToWrite(*data_);
-    if (code != ErrorCode::Ok) return code;
     FileData& data = *data_;
-    const int writing = data.writer.write(data.codec, text.wstr(), text.length(), data.lineEnd);
-    if (writing != ErrorCode::Ok || !appendLineEnd) return writing;
-    constexpr unsigned short lineEnd = '\n';
-    return data.writer.write(data.codec, &lineEnd, 1, data.lineEnd);
+    int code = mayWrite(data);
+    if (code != ErrorCode::Ok) return code;
+    code = data.codec.check(text.wstr(), text.length());
+    if (code == ErrorCode::Ok) code = prepareToWrite(data);
+    if (code != ErrorCode::Ok) return code;
+    return data.writer.write(data.codec, text, data.lineEnd, appendLineEnd);
 }
 
 int File::setSize(long long byteCount) {
-    if (!isOpen()) return ErrorCode::NotOpen;
-    if (data_->access == Access::ReadOnly) return ErrorCode::PermissionDenied;
+    int code = mayWrite(*data_);
+    if (code != ErrorCode::Ok) return code;
     if (byteCount < 0) return ErrorCode::BadArgumentList;
-    int code = data_->writer.flush();
+    code = data_->writer.flush();
     if (code != ErrorCode::Ok) return code;
     const std::int64_t position = positionOf(*data_);
     code = codeOf(data_->stream.setSize(byteCount));
-    if (code == ErrorCode::Ok) moveTo(*data_, std::min<std::int64_t>(position, byteCount));
-    return code;
+    if (code != ErrorCode::Ok) return code;
+    forgetMarkBehind(*data_, byteCount);
+    moveTo(*data_, std::min<std::int64_t>(position, byteCount));
+    return ErrorCode::Ok;
 }
 
 // Position and size.
@@ -282,6 +330,8 @@ int File::copyTo(const FileSpec& target) {
 }
 
 int File::execute() {
+    const int flushing = data_->writer.flush();
+    if (flushing != ErrorCode::Ok) return flushing;
     const String path = systemPathOf(data_->spec);
     const Platform::FileFault fault = Platform::executeFile(unitsOf(path));
     return fault == Platform::FileFault::Failed ? int(ErrorCode::CannotExecute) : codeOf(fault);
@@ -294,14 +344,12 @@ const FileSpec& File::getFileSpec() const { return data_->spec; }
 const String& File::getEncoding() const { return data_->encodingName; }
 
 bool File::setEncoding(const String& name) {
-    FileData& data = *data_;
-    const Encoder* encoder = Encoder::get(name.wstr());
+    const bool isName = name.find(static_cast<unsigned short>(0)) < 0;
+    const Encoder* encoder = isName ? Encoder::get(name.wstr()) : nullptr;
     if (!encoder && !name.isEmpty()) return false;
-    const String canonical = encoder ? canonicalName(*encoder) : String();
-    data.encoder = encoder;
-    data.encodingName = canonical;
-    chooseCodec(data);
-    data.reader.setCodec(data.codec);
+    data_->encodingName = encoder ? canonicalName(*encoder) : String();
+    data_->encoder = encoder;
+    chooseCodec(*data_);
     return true;
 }
 

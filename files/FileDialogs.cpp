@@ -23,10 +23,11 @@ public:
     void take(std::span<const unsigned short> units) override {
         FileSpec file;
         FileSpecData::assign(file, String(units.data(), static_cast<int>(units.size())));
-        if (first_.getPath().isEmpty()) first_ = file;
+        if (!isMade()) first_ = file;
         if (files_) *files_ += file;
     }
     const FileSpec& first() const { return first_; }
+    bool isMade() const { return !first_.getPath().isEmpty(); }
 
 private:
     FileSpec first_;
@@ -70,13 +71,13 @@ bool chooseFiles(Platform::FileDialog dialog, const String& prompt, const String
     const ModalScope scope;
     const Platform::FileDialogTexts texts{unitsOf(prompt), unitsOf(folderPath), unitsOf(masks),
                                           scope.owner()};
-    return Platform::chooseFiles(dialog, texts, choice);
+    return Platform::chooseFiles(dialog, texts, choice) && choice.isMade();
 }
 
 } // namespace
 
 bool FileSpec::chooseFile(const String& prompt, bool multiple, const String* initial,
-                          const FileFilter* filter, Array* files) {
+                          FileFilter* filter, Array* files) {
     Choice choice(multiple ? files : nullptr);
     const auto dialog = multiple ? Platform::FileDialog::OpenMany : Platform::FileDialog::Open;
     if (!chooseFiles(dialog, prompt, initial, filter, choice)) return false;
@@ -84,8 +85,7 @@ bool FileSpec::chooseFile(const String& prompt, bool multiple, const String* ini
     return true;
 }
 
-bool FileSpec::chooseSaveFile(const String& prompt, const String* initial,
-                              const FileFilter* filter) {
+bool FileSpec::chooseSaveFile(const String& prompt, const String* initial, FileFilter* filter) {
     Choice choice(nullptr);
     if (!chooseFiles(Platform::FileDialog::Save, prompt, initial, filter, choice)) return false;
     *this = choice.first();
@@ -97,7 +97,7 @@ bool FileSpec::chooseFolder(const String& prompt) {
     Choice choice(nullptr);
     const ModalScope scope;
     const Platform::FileDialogTexts texts{unitsOf(prompt), {}, {}, scope.owner()};
-    if (!Platform::chooseFolder(texts, choice)) return false;
+    if (!Platform::chooseFolder(texts, choice) || !choice.isMade()) return false;
     *this = choice.first();
     return true;
 }

@@ -25,8 +25,12 @@ String withShortcut(const String& path) {
     Platform::FileFacts facts;
     if (Platform::readFileFacts(unitsOf(absolute), facts) != Platform::FileFault::NotFound)
         return path;
-    const String shortcut = absolute + PathText::shortcutSuffix;
-    return Platform::isShortcut(unitsOf(shortcut)) ? path + PathText::shortcutSuffix : path;
+    for (const char* suffix : {PathText::shortcutSuffix, ".lnk"}) {
+        const String shortcut = absolute + suffix;
+        if (Platform::readFileFacts(unitsOf(shortcut), facts) == Platform::FileFault::None)
+            return path + suffix;
+    }
+    return path;
 }
 
 bool containsZero(const String& path) { return path.find(static_cast<unsigned short>(0)) >= 0; }
@@ -42,7 +46,22 @@ void FileSpecData::assign(FileSpec& spec, const String& path) {
 String systemPathOf(const FileSpec& spec) {
     const String& path = spec.getPath();
     if (path.isEmpty()) return path;
-    return PathText::isAbsolute(path) ? path : PathText::resolved(path, currentFolder());
+    if (!PathText::isAbsolute(path)) return PathText::resolved(path, currentFolder());
+    String folded = PathText::folded(path);
+    const bool lacksDrive = Platform::rootsAreDrives && PathText::rootNameOf(folded) == "\\";
+    return lacksDrive ? PathText::rootNameOf(currentFolder()) + folded : folded;
+}
+
+int lookUp(const FileSpec& spec) {
+    const String path = systemPathOf(spec);
+    Platform::FileFacts facts;
+    return codeOf(Platform::readFileFacts(unitsOf(path), facts));
+}
+
+int lookUpFolder(const FileSpec& spec) {
+    const int code = lookUp(spec);
+    if (code != ErrorCode::Ok) return code;
+    return spec.isFolder() ? ErrorCode::Ok : ErrorCode::FileNotFound;
 }
 
 FileSpec::FileSpec() : data_(nullptr) {}
@@ -96,6 +115,7 @@ bool FileSpec::setPath(const String& path, bool isNative) {
 }
 
 bool FileSpec::changePath(const String& uri) {
+    if (uri.isEmpty()) return true;
     String converted;
     if (!PathUri::toPath(uri, systemPathOf(*this), homeFolder(), converted)) return false;
     FileSpecData::assign(*this, withShortcut(converted));

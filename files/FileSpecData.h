@@ -26,4 +26,9 @@ struct FileSpecData : public SpecData {
 /// The absolute platform path that the system is asked with.
 String systemPathOf(const FileSpec& spec);
 
+/// Why the file or folder cannot be found; 0 when it is there.
+int lookUp(const FileSpec& spec);
+/// The same for a folder: `FileNotFound` when something else is there.
+int lookUpFolder(const FileSpec& spec);
+
 } // namespace KrCore

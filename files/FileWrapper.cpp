@@ -1,6 +1,7 @@
 #include <krcore/files/FileWrapper.h>
 
 #include "files/EntryNames.h"
+#include "files/PathText.h"
 #include "files/PathUri.h"
 
 #include <krcore/files/File.h>
@@ -76,13 +77,19 @@ FileWrapper::~FileWrapper() { drop(); }
 
 int FileWrapper::clone(Cloneable** result, bool /*deep*/) const {
     auto copy = std::make_unique<FileWrapper>(spec_);
-    copy->takeSettings(*this);
+    copy->encoding_ = encoding_;
+    copy->lineEnd_ = lineEnd_;
     *result = copy.release();
     return ErrorCode::Ok;
 }
 
 File& FileWrapper::toFile() {
-    if (!file_) file_ = new File(spec_);
+    if (!file_) {
+        auto file = std::make_unique<File>(spec_);
+        file->setEncoding(encoding_);
+        file->setLF(static_cast<CRLFEncoding>(lineEnd_));
+        file_ = file.release();
+    }
     return *file_;
 }
 
@@ -96,23 +103,13 @@ void FileWrapper::drop() {
     delete std::exchange(folder_, nullptr);
 }
 
-void FileWrapper::takeSettings(const FileWrapper& other) {
-    if (!other.file_) return;
-    toFile().setEncoding(other.file_->getEncoding());
-    toFile().setLF(other.file_->getLF());
-}
-
 /// Closes the file for a change of it or of its location; what cannot be written stands in the way.
 template <class Change>
 bool FileWrapper::closeAround(Change change) {
     const int closing = file_ ? file_->close() : int(ErrorCode::Ok);
     if (closing != ErrorCode::Ok) return checkError(closing);
-    const int code = change();
-    FileWrapper moved(spec_);
-    moved.takeSettings(*this);
-    std::swap(file_, moved.file_);
-    std::swap(folder_, moved.folder_);
-    return checkError(code);
+    drop();
+    return checkError(change());
 }
 
 bool FileWrapper::checkError(int code) {
@@ -181,21 +178,23 @@ bool FileWrapper::setSize(long long byteCount) { return checkError(toFile().setS
 
 bool FileWrapper::isOpen() const { return file_ && file_->isOpen(); }
 
-String FileWrapper::getEncoding() const { return file_ ? file_->getEncoding() : String(); }
+String FileWrapper::getEncoding() const { return file_ ? file_->getEncoding() : encoding_; }
 
 bool FileWrapper::setEncoding(const String& name) {
-    return checkError(toFile().setEncoding(name) ? ErrorCode::Ok : ErrorCode::BadArgumentList);
+    if (!toFile().setEncoding(name)) return checkError(ErrorCode::BadArgumentList);
+    encoding_ = file_->getEncoding();
+    return checkError(ErrorCode::Ok);
 }
 
-int FileWrapper::getLF() const {
-    return static_cast<int>(file_ ? file_->getLF() : CRLFEncoding::Default);
-}
+int FileWrapper::getLF() const { return lineEnd_; }
 
 bool FileWrapper::setLF(int lineEnd) {
     const bool isKnown = lineEnd >= static_cast<int>(CRLFEncoding::Default) &&
                          lineEnd <= static_cast<int>(CRLFEncoding::LF);
-    if (isKnown) toFile().setLF(static_cast<CRLFEncoding>(lineEnd));
-    return checkError(isKnown ? ErrorCode::Ok : ErrorCode::BadArgumentList);
+    if (!isKnown) return checkError(ErrorCode::BadArgumentList);
+    toFile().setLF(static_cast<CRLFEncoding>(lineEnd));
+    lineEnd_ = lineEnd;
+    return checkError(ErrorCode::Ok);
 }
 
 // The file or folder.
@@ -203,7 +202,7 @@ bool FileWrapper::setLF(int lineEnd) {
 bool FileWrapper::copy(const String& target) {
     FileSpec spec;
     if (!spec.setPath(target, false)) return checkError(ErrorCode::FileNotFound);
-    if (spec.isFolder()) spec = FileSpec(spec, spec_.getName());
+    if (spec.isFolder()) spec = FileSpec(spec, PathText::lastName(getPath()));
     return checkError(toFile().copyTo(spec));
 }
 

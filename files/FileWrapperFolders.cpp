@@ -27,8 +27,8 @@ FileWrapper* FileWrapper::getTempDir() { return getSpecialDir(FileUtils::TempDir
 
 FileWrapper* FileWrapper::getTrashDir() { return getSpecialDir(FileUtils::TrashDir); }
 
-bool FileWrapper::setCurrentDir(const FileWrapper& folder) {
-    return FileUtils::setCurrentDir(folder.spec_) == ErrorCode::Ok;
+bool FileWrapper::setCurrentDir(FileWrapper& folder) {
+    return folder.checkError(FileUtils::setCurrentDir(folder.spec_));
 }
 
 String FileWrapper::getFileSystem() { return FileUtils::getFileSystem(); }

@@ -37,6 +37,8 @@ FileFault createAll(const String& path) {
         const int next = path.find('\\', length + 1);
         length = next < 0 ? path.length() : next;
         fault = createAt(path, length);
+        // Somebody else may make the same folders.
+        if (fault == FileFault::Exists && length < path.length()) fault = FileFault::None;
     }
     return fault;
 }
@@ -79,8 +81,8 @@ Folder::Folder(const FileSpec& spec) : spec_(spec) {}
 int Folder::create() { return codeOf(createAll(PathText::folded(systemPathOf(spec_)))); }
 
 int Folder::remove() {
-    if (!spec_.isFolder()) return ErrorCode::FileNotFound;
-    return removeAt(spec_);
+    const int code = lookUpFolder(spec_);
+    return code != ErrorCode::Ok ? code : removeAt(spec_);
 }
 
 int Folder::rename(const String& name) { return renameTo(spec_, name); }

@@ -113,8 +113,10 @@ String resolved(const String& path, const String& folder) {
     return folded(isAbsolute(path) ? path : join(folder, path));
 }
 
+String lastName(const String& path) { return path.substr(lastSeparator(path) + 1); }
+
 String nameOf(const String& path) {
-    const String name = path.substr(lastSeparator(path) + 1);
+    String name = lastName(path);
     return hasShortcutSuffix(name) ? name.substr(0, name.length() - suffixLength) : name;
 }
 

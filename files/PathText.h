@@ -33,7 +33,9 @@ String folded(const String& path);
 /// An absolute path: `path` itself, or `path` in `folder`, folded.
 String resolved(const String& path, const String& folder);
 
-/// The last name, without the `.LNK` of a shortcut.
+/// What stands behind the last "\".
+String lastName(const String& path);
+/// The same without the `.LNK` of a shortcut.
 String nameOf(const String& path);
 /// What stands behind the last "." of the name; empty when there is none.
 String extensionOf(const String& path);

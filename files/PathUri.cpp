@@ -125,6 +125,12 @@ String rootOf(const String& text, const String& currentFolder, const String& hom
     return "\\";
 }
 
+/// Whether a relative URI would be read as the home folder or a drive.
+bool looksAbsolute(const String& uri) {
+    return (uri.wstr()[0] == '~' && isEndOrSeparator(uri, 1)) ||
+           PathText::hasDrive(uri.wstr(), uri.length());
+}
+
 /// A URI without its leading "/", segment by segment.
 class Segments {
 public:
@@ -185,6 +191,8 @@ bool toPath(const String& uri, const String& currentFolder, const String& home, 
 String relative(const String& target, const String& base) {
     const String targetUri = fromPath(target, nullptr);
     const String baseUri = fromPath(base, nullptr);
+    if (targetUri.isEmpty() != target.isEmpty()) return {};
+    if (baseUri.isEmpty() != base.isEmpty()) return targetUri;
     Segments targetRest(targetUri);
     Segments baseRest(baseUri);
     bool sharesAny = false;
@@ -203,7 +211,8 @@ String relative(const String& target, const String& base) {
         if (!result.isEmpty() || !sharesAny) result += '/';
         result += targetRest.take();
     }
-    return result.isEmpty() ? String(".") : result;
+    if (result.isEmpty()) return ".";
+    return looksAbsolute(result) ? String("./") + result : result;
 }
 
 } // namespace KrCore::PathUri

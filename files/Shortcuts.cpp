@@ -20,8 +20,7 @@ int readStep(const String& path, String& target) {
     String link;
     SystemText sink(link);
     const int code = codeOf(Platform::readShortcut(unitsOf(path), sink));
-    // In a relative link the way begins where the link stands.
-    if (code == ErrorCode::Ok) target = PathText::resolved(link, PathText::join(path, ".."));
+    if (code == ErrorCode::Ok) target = PathText::folded(link);
     return code;
 }
 

@@ -8,7 +8,6 @@
 
 #include <krcore/files/FileUtils.h>
 #include <krcore/foundation/ErrorCode.h>
-#include <krcore/text/Encoder.h>
 
 namespace KrCore {
 
@@ -41,7 +40,10 @@ bool readStartup(String& path) {
         SystemText sink(path);
         return Platform::readProgramFolder(sink);
     }
-    const FileSpec spec(String(given, &Encoder::getSystem()), true);
+    String native;
+    SystemText sink(native);
+    Platform::readNarrowPath(given, sink);
+    const FileSpec spec(native, true);
     path = spec.isFile() ? spec.getParent() : spec.getPath();
     return !path.isEmpty();
 }
@@ -90,7 +92,8 @@ int FileUtils::getSpecialDir(int kind, FileSpec& folder) {
 FileSpec FileUtils::getCurrentDir() { return FileSpec(currentFolder(), true); }
 
 int FileUtils::setCurrentDir(const FileSpec& folder) {
-    if (!folder.isFolder()) return ErrorCode::FileNotFound;
+    const int code = lookUpFolder(folder);
+    if (code != ErrorCode::Ok) return code;
     setCurrentFolder(PathText::folded(systemPathOf(folder)));
     return ErrorCode::Ok;
 }

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 namespace KrCore {
 
@@ -21,9 +22,15 @@ TextReader::~TextReader() {
     Heap::operator delete(units_);
 }
 
+void TextReader::forgetUnits() {
+    usedBytes_ = unitCount_ = nextUnit_ = 0;
+    known_ = {};
+}
+
 void TextReader::restart(std::int64_t position) {
     blockPosition_ = position;
-    byteCount_ = usedBytes_ = unitCount_ = nextUnit_ = 0;
+    byteCount_ = 0;
+    forgetUnits();
     isLastBlock_ = false;
     if (stream_.isOpen()) stream_.seek(position);
 }
@@ -35,12 +42,18 @@ void TextReader::setCodec(const Codec& codec) {
 
 std::int64_t TextReader::position() const {
     if (available() == 0) return blockPosition_ + usedBytes_;
-    if (nextUnit_ == 0) return blockPosition_;
-    // Nobody kept where the units came from; those handed out are decoded once more.
-    int used = usedBytes_;
-    int count = nextUnit_;
-    codec_.decode(bytes_, used, units_, count, blockPosition_ == 0, false);
-    return blockPosition_ + used;
+    // Nobody kept where the units came from; those handed out since the last question are decoded
+    // once more.
+    if (nextUnit_ < known_.unit) known_ = {};
+    int used = usedBytes_ - known_.byte;
+    int count = nextUnit_ - known_.unit;
+    if (count > 0) {
+        const bool isAtStart = blockPosition_ + known_.byte == 0;
+        codec_.decode(bytes_ + known_.byte, used, units_ + known_.unit, count, isAtStart, false);
+        known_.byte += used;
+        known_.unit += count;
+    }
+    return blockPosition_ + known_.byte;
 }
 
 bool TextReader::isAtEnd() {
@@ -61,17 +74,27 @@ void TextReader::discardUsedBytes() {
     if (rest > 0) std::memmove(bytes_, bytes_ + usedBytes_, static_cast<std::size_t>(rest));
     blockPosition_ += usedBytes_;
     byteCount_ -= usedBytes_;
-    usedBytes_ = unitCount_ = nextUnit_ = 0;
+    forgetUnits();
+}
+
+/// Room for one block, or for a longer one when an encoding with states needs more at once.
+void TextReader::grow() {
+    const int size = blockSize_ > 0 ? blockSize_ * 2 : usualBlockSize;
+    auto* bytes = static_cast<char*>(Heap::operator new(static_cast<std::size_t>(size)));
+    if (byteCount_ > 0) std::memcpy(bytes, bytes_, static_cast<std::size_t>(byteCount_));
+    Heap::operator delete(std::exchange(bytes_, bytes));
+    Heap::operator delete(std::exchange(units_, nullptr));
+    blockSize_ = size;
 }
 
 /// Fills the block up; false when the system fails. All its units were handed out.
 bool TextReader::readBytes() {
-    if (!bytes_) bytes_ = static_cast<char*>(Heap::operator new(blockSize));
     discardUsedBytes();
+    if (byteCount_ == blockSize_) grow();
     const std::int64_t count =
-        stream_.read(bytes_ + byteCount_, static_cast<std::size_t>(blockSize - byteCount_));
+        stream_.read(bytes_ + byteCount_, static_cast<std::size_t>(blockSize_ - byteCount_));
     if (count < 0) return false;
-    isLastBlock_ = count == 0 && byteCount_ < blockSize;
+    isLastBlock_ = count == 0;
     byteCount_ += static_cast<int>(count);
     return true;
 }
@@ -84,7 +107,7 @@ int TextReader::decodeInto(unsigned short* out, int& count) {
     int code = codec_.decode(bytes_ + usedBytes_, used, out, count, isAtStart, isLastBlock_);
     usedBytes_ += used;
     if (count > 0 || used > 0) return ErrorCode::Ok;
-    const bool isStuck = byteCount_ - usedBytes_ == blockSize || isLastBlock_;
+    const bool isStuck = byteCount_ - usedBytes_ >= largestBlockSize || isLastBlock_;
     if (code == ErrorCode::Ok && isStuck && usedBytes_ < byteCount_)
         code = isLastBlock_ ? ErrorCode::PartialCharacter : ErrorCode::CharacterConversion;
     return code;
@@ -92,15 +115,24 @@ int TextReader::decodeInto(unsigned short* out, int& count) {
 
 int TextReader::decodeBlock() {
     if (!units_) {
-        units_ =
-            static_cast<unsigned short*>(Heap::operator new(blockSize * sizeof(unsigned short)));
+        const auto size = static_cast<std::size_t>(blockSize_) * sizeof(unsigned short);
+        units_ = static_cast<unsigned short*>(Heap::operator new(size));
     }
-    unitCount_ = blockSize;
-    nextUnit_ = 0;
-    return decodeInto(units_, unitCount_);
+    forgetUnits();
+    unitCount_ = blockSize_;
+    const int code = decodeInto(units_, unitCount_);
+    const bool mayCutPair =
+        unitCount_ > 0 && isHighSurrogate(units_[unitCount_ - 1]) && !isLastBlock_;
+    if (mayCutPair) {
+        // The other half, if there is one, comes with the next block.
+        --unitCount_;
+        usedBytes_ = byteCount_;
+        codec_.decode(bytes_, usedBytes_, units_, unitCount_, blockPosition_ == 0, false);
+    }
+    return code;
 }
 
-/// Makes units available, unless the file ends.
+/// Makes units available, unless the file ends. A block that is decoded begins with an unused byte.
 int TextReader::fill() {
     while (available() == 0) {
         if (usedBytes_ > 0 || byteCount_ == 0 || !isLastBlock_) {

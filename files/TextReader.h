@@ -25,6 +25,7 @@ public:
 
     /// The byte position of the next character.
     std::int64_t position() const;
+    bool isAtStart() const { return blockPosition_ == 0 && usedBytes_ == 0 && nextUnit_ == 0; }
     /// Whether no byte is left.
     bool isAtEnd();
     /// The first bytes of the file, before anything else is read; as many as there are up to
@@ -48,6 +49,8 @@ private:
     template <class Reading>
     int orReturn(Reading reading);
 
+    void forgetUnits();
+    void grow();
     int available() const { return unitCount_ - nextUnit_; }
     void discardUsedBytes();
     bool readBytes();
@@ -60,18 +63,27 @@ private:
     int findLineEnd() const;
     void skipLineFeed();
 
-    static constexpr int blockSize = 32768;
+    static constexpr int usualBlockSize = 32768;
+    /// No encoding needs so much at once.
+    static constexpr int largestBlockSize = 1 << 20;
 
     Platform::FileStream& stream_;
     Codec codec_;
     char* bytes_ = nullptr;           ///< A block from the file.
     unsigned short* units_ = nullptr; ///< What its first `usedBytes_` decode to.
     std::int64_t blockPosition_ = 0;  ///< Where the block lies in the file.
+    int blockSize_ = 0;
     int byteCount_ = 0;
     int usedBytes_ = 0;
     int unitCount_ = 0;
     int nextUnit_ = 0;
     bool isLastBlock_ = false;
+    /// A unit of the block of which somebody asked where it begins.
+    struct KnownPlace {
+        int unit = 0;
+        int byte = 0;
+    };
+    mutable KnownPlace known_;
 };
 
 } // namespace KrCore

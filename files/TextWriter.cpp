@@ -45,6 +45,7 @@ TextWriter::~TextWriter() {
 
 void TextWriter::restart(std::int64_t position) {
     position_ = position;
+    endsInReturn_ = false;
     stream_.seek(position);
 }
 
@@ -58,24 +59,72 @@ int TextWriter::flush() {
     return code;
 }
 
-int TextWriter::write(const Codec& codec, const unsigned short* units, int count,
-                      CRLFEncoding lineEnd) {
-    const int refused = codec.check(units, count);
-    if (refused != ErrorCode::Ok) return refused;
+int TextWriter::write(const Codec& codec, const String& text, CRLFEncoding kind,
+                      bool appendLineEnd) {
+    reserveBlocks();
+    // What was there before goes out before a text that may need the room; if that fails, nothing
+    // has happened to the text yet.
+    if (text.length() > (blockSize - pendingCount_ - roomForCharacter) / roomForCharacter) {
+        const int code = flush();
+        if (code != ErrorCode::Ok) return code;
+    }
+    const std::int64_t start = position();
+    const std::int64_t size = pendingCount_ == 0 ? stream_.size() : -1;
+    const bool endedInReturn = endsInReturn_;
+    int code = writeText(codec, text, kind);
+    if (code == ErrorCode::Ok && appendLineEnd) code = writeLineEnd(codec, kind);
+    if (code != ErrorCode::Ok) {
+        takeBack(start, size);
+        endsInReturn_ = endedInReturn;
+    }
+    return code;
+}
+
+void TextWriter::reserveBlocks() {
     if (!pending_) pending_ = static_cast<char*>(Heap::operator new(blockSize));
     if (!units_) {
         units_ = static_cast<unsigned short*>(
             Heap::operator new(unitBlockSize * sizeof(unsigned short)));
     }
+}
+
+/// Makes a writing that failed undone, so that it can be tried again: what went out behind the end
+/// of the file is cut off.
+void TextWriter::takeBack(std::int64_t start, std::int64_t size) {
+    if (position_ <= start) {
+        pendingCount_ = static_cast<int>(start - position_);
+        return;
+    }
+    pendingCount_ = 0;
+    if (size == start) stream_.setSize(start);
+    position_ = start;
+    stream_.seek(start);
+}
+
+int TextWriter::writeText(const Codec& codec, const String& text, CRLFEncoding kind) {
+    const unsigned short* units = text.wstr();
+    int count = text.length();
+    if (count == 0) return ErrorCode::Ok;
+    // The second half of a line end that the last text began.
+    const int skipped = endsInReturn_ && *units == '\n' ? 1 : 0;
+    endsInReturn_ = units[count - 1] == '\r';
+    units += skipped;
+    count -= skipped;
     while (count > 0) {
         int written = 0;
-        const int taken = takeBlock(units, count, lineEnd, written);
+        const int taken = takeBlock(units, count, kind, written);
         const int code = encodeBlock(codec, units_, written);
         if (code != ErrorCode::Ok) return code;
         units += taken;
         count -= taken;
     }
     return ErrorCode::Ok;
+}
+
+int TextWriter::writeLineEnd(const Codec& codec, CRLFEncoding kind) {
+    endsInReturn_ = false;
+    const LineEnd lineEnd = lineEndOf(kind);
+    return encodeBlock(codec, lineEnd.units, lineEnd.length);
 }
 
 /// Fills the block of units with text whose line ends are final and returns how many units of the
@@ -111,6 +160,8 @@ int TextWriter::encodeBlock(const Codec& codec, const unsigned short* units, int
             count -= used;
             if (code != ErrorCode::Ok) return code;
             if (count == 0) break;
+            // An encoder that takes nothing although there is room never will.
+            if (used == 0 && pendingCount_ == 0) return ErrorCode::CharacterConversion;
         }
         const int code = flush();
         if (code != ErrorCode::Ok) return code;

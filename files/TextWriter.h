@@ -26,10 +26,16 @@ public:
     /// Gives up what is pending.
     void drop() { pendingCount_ = 0; }
 
-    /// A code of the encoder when the text cannot be encoded; nothing of it is written then.
-    int write(const Codec& codec, const unsigned short* units, int count, CRLFEncoding lineEnd);
+    /// Writes a text that the codec can encode, and with `appendLineEnd` a line end. A CR and a LF
+    /// that come with two calls are one line end. After a failure nothing of the text is written,
+    /// unless it overwrote what was there.
+    int write(const Codec& codec, const String& text, CRLFEncoding kind, bool appendLineEnd);
 
 private:
+    void reserveBlocks();
+    void takeBack(std::int64_t start, std::int64_t size);
+    int writeText(const Codec& codec, const String& text, CRLFEncoding kind);
+    int writeLineEnd(const Codec& codec, CRLFEncoding kind);
     int takeBlock(const unsigned short* units, int count, CRLFEncoding kind, int& written);
     int encodeBlock(const Codec& codec, const unsigned short* units, int count);
 
@@ -43,6 +49,7 @@ private:
     unsigned short* units_ = nullptr; ///< A block of text with its final line ends.
     std::int64_t position_ = 0;       ///< Where the pending bytes go.
     int pendingCount_ = 0;
+    bool endsInReturn_ = false; ///< The last text ended in a CR, which was written as a line end.
 };
 
 } // namespace KrCore

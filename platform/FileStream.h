@@ -12,8 +12,8 @@ class FileStream {
 public:
     enum class Mode {
         Read,   ///< An existing file.
-        Update, ///< An existing file, to read and to write.
-        Create, ///< A new file or an emptied one, to read and to write.
+        Edit,   ///< To read and to write; made when missing.
+        Create, ///< The same, and emptied.
         Append, ///< To read, and to write at the end; made when missing.
     };
 

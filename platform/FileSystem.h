@@ -63,7 +63,8 @@ FileFault createFolder(PathUnits path);
 FileFault removeEntry(PathUnits path);
 /// Never takes the place of another file.
 FileFault renameEntry(PathUnits from, PathUnits to);
-/// Replaces a file at `to`, which stays as it was when the copy fails.
+/// Replaces a file at `to`, which stays as it was when the copy fails. Nothing happens when both are
+/// the same file.
 FileFault copyFile(PathUnits from, PathUnits to);
 /// Gives the names in a folder, in no order, without "." and "..".
 FileFault listFolder(PathUnits path, TextSink& names);
@@ -75,10 +76,14 @@ extern const bool shortcutsNeedSuffix;
 /// Whether there is a shortcut at this very path: a `.LNK` file of the shell on Windows, a symbolic
 /// link elsewhere.
 bool isShortcut(PathUnits path);
-/// Where the shortcut leads, one step. The path may be relative to the shortcut's folder.
+/// Where the shortcut leads, one step.
 FileFault readShortcut(PathUnits path, TextSink& target);
 FileFault createShortcut(PathUnits path, PathUnits target);
 
+/// Whether a path that begins with one "\" lacks its drive.
+extern const bool rootsAreDrives;
+/// A path as the system's own programs get it, in bytes.
+void readNarrowPath(const char* bytes, TextSink& path);
 /// An environment variable that holds a path; false when it is unset or empty.
 bool readEnvironmentPath(const char* name, TextSink& path);
 /// The current folder of the process.

@@ -20,8 +20,7 @@ int openFlags(FileStream::Mode mode) {
     switch (mode) {
     case FileStream::Mode::Read:
         return O_RDONLY;
-    case FileStream::Mode::Update:
-        return O_RDWR;
+    case FileStream::Mode::Edit:
     case FileStream::Mode::Create:
         return O_RDWR | O_CREAT;
     case FileStream::Mode::Append:

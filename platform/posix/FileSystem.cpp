@@ -24,6 +24,7 @@ namespace KrCore::Platform {
 
 const int settableAttributes = attributeReadOnly;
 const bool shortcutsNeedSuffix = false;
+const bool rootsAreDrives = false;
 
 namespace {
 
@@ -68,15 +69,23 @@ FileFault copyBytes(int from, int to) {
 FileFault fillCopy(int from, const struct stat& source, Descriptor& to) {
     if (to.get() < 0) return faultOf(errno);
     FileFault fault = copyBytes(from, to.get());
-    if (fault == FileFault::None) fault = faultOfCall(::fchmod(to.get(), source.st_mode & 07777U));
+    if (fault == FileFault::None) fault = faultOfCall(::fchmod(to.get(), source.st_mode & 0777U));
     const FileFault closing = to.close();
     return fault == FileFault::None ? closing : fault;
 }
 
-/// Where the bytes of the copy gather until it is whole: beside the target.
-bool nameForCopy(const char* target, char (&name)[PATH_MAX]) {
-    const int length = std::snprintf(name, sizeof name, "%s.XXXXXX", target);
+/// Where the bytes of the copy gather until it is whole: beside the target, under a name of any
+/// file's length.
+bool nameForCopy(std::string_view target, char (&name)[PATH_MAX]) {
+    const std::string_view folder = target.substr(0, target.rfind('/') + 1);
+    const int length = std::snprintf(name, sizeof name, "%.*s.XXXXXX",
+                                     static_cast<int>(folder.size()), folder.data());
     return length > 0 && length < PATH_MAX;
+}
+
+bool isSameFile(const struct stat& file, const char* path) {
+    struct stat other = {};
+    return ::stat(path, &other) == 0 && file.st_dev == other.st_dev && file.st_ino == other.st_ino;
 }
 
 bool readVariable(const char* name, const char*& value) {
@@ -94,7 +103,7 @@ bool readUserFolder(const char* variable, const char* fallback, TextSink& path) 
         if (length < 0 || length >= PATH_MAX) return false;
         value = folder;
     }
-    takeLink(value, path);
+    takeAnyPath(value, path);
     return true;
 }
 
@@ -189,6 +198,7 @@ FileFault copyFile(PathUnits from, PathUnits to) {
     struct stat found = {};
     if (::stat(source.get(), &found) != 0) return faultOf(errno);
     if (!S_ISREG(found.st_mode)) return FileFault::Failed;
+    if (isSameFile(found, target.get())) return FileFault::None;
     const Descriptor input(::open(source.get(), O_RDONLY | O_CLOEXEC));
     if (input.get() < 0) return faultOf(errno);
 
@@ -255,7 +265,20 @@ FileFault readShortcut(PathUnits path, TextSink& target) {
     const ssize_t length = ::readlink(bytes.get(), link, sizeof link - 1);
     if (length < 0) return faultOf(errno);
     link[length] = 0;
-    takeLink(link, target);
+    if (link[0] == '/') {
+        takePath(link, target);
+        return FileFault::None;
+    }
+    // The way begins in the folder that holds the link, whatever leads there.
+    const std::string_view own(bytes.get());
+    char folder[PATH_MAX];
+    std::snprintf(folder, sizeof folder, "%.*s", static_cast<int>(own.rfind('/') + 1), own.data());
+    char real[PATH_MAX];
+    if (!::realpath(folder, real)) return faultOf(errno);
+    char whole[PATH_MAX];
+    const int count = std::snprintf(whole, sizeof whole, "%s/%s", real, link);
+    if (count < 0 || count >= PATH_MAX) return FileFault::Invalid;
+    takePath(whole, target);
     return FileFault::None;
 }
 
@@ -266,10 +289,12 @@ FileFault createShortcut(PathUnits path, PathUnits target) {
     return faultOfCall(::symlink(targetBytes.get(), bytes.get()));
 }
 
+void readNarrowPath(const char* bytes, TextSink& path) { takeAnyPath(bytes, path); }
+
 bool readEnvironmentPath(const char* name, TextSink& path) {
     const char* value = nullptr;
     if (!readVariable(name, value)) return false;
-    takeLink(value, path);
+    takeAnyPath(value, path);
     return true;
 }
 

@@ -197,7 +197,7 @@ void takeName(const char* name, bool isInRoot, TextSink& sink) {
     units.flush();
 }
 
-void takeLink(const char* path, TextSink& sink) {
+void takeAnyPath(const char* path, TextSink& sink) {
     if (*path == '/') return takePath(path, sink);
     Units units(sink);
     putNames(path, units);

@@ -34,7 +34,7 @@ void takePath(const char* path, TextSink& sink);
 /// One name in a folder.
 void takeName(const char* name, bool isInRoot, TextSink& sink);
 
-/// The target of a link, which may be relative.
-void takeLink(const char* path, TextSink& sink);
+/// A path that may be relative.
+void takeAnyPath(const char* path, TextSink& sink);
 
 } // namespace KrCore::Platform

@@ -30,7 +30,7 @@ void takeChoice(const wchar_t* choice, bool isMany, TextSink& paths) {
     const wchar_t* name = choice + length + 1;
     if (!isMany || *name == 0) return takeWide(choice, length, paths);
     for (; *name != 0; name += std::wcslen(name) + 1) {
-        wchar_t path[MAX_PATH * 2];
+        wchar_t path[32768];
         const wchar_t* const separator = choice[length - 1] == L'\\' ? L"" : L"\\";
         const int written =
             std::swprintf(path, std::size(path), L"%ls%ls%ls", choice, separator, name);
@@ -45,7 +45,9 @@ bool chooseFiles(FileDialog dialog, const FileDialogTexts& texts, TextSink& path
     choice[0] = 0;
     const ZeroedText<1024> prompt(texts.prompt);
     const ZeroedText<1024> folder(texts.folder);
-    const ZeroedText<1024> masks(texts.masks);
+    ZeroedText<1024> masks(texts.masks);
+    // The system takes a blank for a part of the mask.
+    *std::remove(masks.units, masks.units + std::wcslen(masks.units), L' ') = 0;
     wchar_t filter[2 * std::size(masks.units)] = {};
     const std::size_t maskLength = std::wcslen(masks.units);
     // The masks are their own description.

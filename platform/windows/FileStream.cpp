@@ -18,9 +18,8 @@ HANDLE openHandle(const wchar_t* path, FileStream::Mode mode) {
     // As elsewhere, an open file may be renamed and removed.
     constexpr DWORD sharing = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
     const DWORD access = mode == Mode::Read ? GENERIC_READ : GENERIC_READ | GENERIC_WRITE;
-    const bool mayMake = mode == Mode::Create || mode == Mode::Append;
-    return CreateFileW(path, access, sharing, nullptr, mayMake ? OPEN_ALWAYS : OPEN_EXISTING,
-                       FILE_ATTRIBUTE_NORMAL, nullptr);
+    const DWORD making = mode == Mode::Read ? OPEN_EXISTING : OPEN_ALWAYS;
+    return CreateFileW(path, access, sharing, nullptr, making, FILE_ATTRIBUTE_NORMAL, nullptr);
 }
 
 bool isFolder(const wchar_t* path) {

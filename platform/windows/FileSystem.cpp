@@ -5,13 +5,16 @@
 #include <shellapi.h>
 #include <shlobj.h>
 
+#include <algorithm>
 #include <cwchar>
+#include <iterator>
 #include <memory>
 
 namespace KrCore::Platform {
 
 const int settableAttributes =
     attributeReadOnly | attributeHidden | attributeSystem | attributeArchive;
+const bool rootsAreDrives = true;
 
 namespace {
 
@@ -21,6 +24,48 @@ FileFault readAttributes(const wchar_t* path, DWORD& attributes) {
     attributes = GetFileAttributesW(path);
     return faultOfCall(attributes != INVALID_FILE_ATTRIBUTES);
 }
+
+/// What there is at the end of all links.
+bool readTarget(const wchar_t* path, BY_HANDLE_FILE_INFORMATION& target) {
+    constexpr DWORD sharing = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    const HANDLE file =
+        CreateFileW(path, 0, sharing, nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    if (file == INVALID_HANDLE_VALUE) return false;
+    const bool isRead = GetFileInformationByHandle(file, &target) != 0;
+    CloseHandle(file);
+    return isRead;
+}
+
+bool isSameFile(const wchar_t* path, const wchar_t* otherPath) {
+    BY_HANDLE_FILE_INFORMATION file;
+    BY_HANDLE_FILE_INFORMATION other;
+    return readTarget(path, file) && readTarget(otherPath, other) &&
+           file.dwVolumeSerialNumber == other.dwVolumeSerialNumber &&
+           file.nFileIndexHigh == other.nFileIndexHigh && file.nFileIndexLow == other.nFileIndexLow;
+}
+
+/// Where a copy gathers until it is whole: beside its target, under a short name.
+class GatheringPlace {
+public:
+    explicit GatheringPlace(PathUnits target) {
+        std::size_t length = target.size();
+        while (length > 0 && target[length - 1] != '\\' && target[length - 1] != '/')
+            --length;
+        length = std::min(length, std::size(units_) - nameLength);
+        std::copy_n(target.data(), length, units_);
+        wchar_t name[nameLength];
+        std::swprintf(name, nameLength, L"~%08lx%08lx", GetCurrentThreadId(), GetTickCount());
+        std::copy_n(name, std::wcslen(name), units_ + length);
+        length_ = length + std::wcslen(name);
+    }
+    PathUnits path() const { return {units_, length_}; }
+
+private:
+    static constexpr std::size_t nameLength = 32;
+
+    unsigned short units_[32768];
+    std::size_t length_ = 0;
+};
 
 /// Gives a text of a call that wants a buffer and returns a length, 0 for a failure and more than
 /// fits for a text that is too long.
@@ -68,8 +113,16 @@ FileFault readFileFacts(PathUnits path, FileFacts& facts) {
     WIN32_FILE_ATTRIBUTE_DATA found;
     if (!GetFileAttributesExW(wide.get(), GetFileExInfoStandard, &found))
         return faultOf(GetLastError());
+    if ((found.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0) {
+        facts.attributes |= attributeAlias;
+        BY_HANDLE_FILE_INFORMATION target;
+        if (!readTarget(wide.get(), target)) return FileFault::None;
+        found.dwFileAttributes = target.dwFileAttributes;
+        found.nFileSizeHigh = target.nFileSizeHigh;
+        found.nFileSizeLow = target.nFileSizeLow;
+    }
     const DWORD attributes = found.dwFileAttributes;
-    facts.attributes = static_cast<int>(attributes) & knownAttributes;
+    facts.attributes |= static_cast<int>(attributes) & knownAttributes;
     facts.isFolder = (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
     facts.isFile = (attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_DEVICE)) == 0;
     if (facts.isFile)
@@ -120,11 +173,10 @@ FileFault copyFile(PathUnits from, PathUnits to) {
     FileFault fault = readAttributes(source.get(), found);
     if (fault != FileFault::None) return fault;
     if ((found & FILE_ATTRIBUTE_DIRECTORY) != 0) return FileFault::Failed;
-    // The copy gathers beside its target until it is whole.
-    wchar_t tail[32];
-    std::swprintf(tail, std::size(tail), L".%08lx%08lx", GetCurrentThreadId(), GetTickCount());
-    WidePath gathering(to);
-    if (!gathering.with(tail)) return FileFault::Invalid;
+    if (isSameFile(source.get(), target.get())) return FileFault::None;
+    const GatheringPlace place(to);
+    const WidePath gathering(place.path());
+    if (!gathering.get()) return FileFault::Invalid;
     fault = faultOfCall(CopyFileW(source.get(), gathering.get(), TRUE));
     if (fault != FileFault::None) return fault;
     fault = faultOfCall(MoveFileExW(gathering.get(), target.get(), MOVEFILE_REPLACE_EXISTING));
@@ -142,7 +194,14 @@ FileFault listFolder(PathUnits path, TextSink& names) {
     WIN32_FIND_DATAW entry;
     const HANDLE search =
         FindFirstFileExW(pattern.get(), FindExInfoBasic, &entry, FindExSearchNameMatch, nullptr, 0);
-    if (search == INVALID_HANDLE_VALUE) return faultOf(GetLastError());
+    if (search == INVALID_HANDLE_VALUE) {
+        const DWORD error = GetLastError();
+        FileFacts facts;
+        // The root of a drive has no "." to be found.
+        const bool isEmpty = error == ERROR_FILE_NOT_FOUND &&
+                             readFileFacts(path, facts) == FileFault::None && facts.isFolder;
+        return isEmpty ? FileFault::None : faultOf(error);
+    }
     const std::unique_ptr<void, BOOL(WINAPI*)(HANDLE)> closing(search, FindClose);
     do {
         const bool isDots =
@@ -162,6 +221,12 @@ FileFault executeFile(PathUnits path) {
     const HINSTANCE result =
         ShellExecuteW(nullptr, nullptr, wide.get(), nullptr, nullptr, SW_SHOWNORMAL);
     return reinterpret_cast<INT_PTR>(result) > 32 ? FileFault::None : FileFault::Failed;
+}
+
+void readNarrowPath(const char* bytes, TextSink& path) {
+    wchar_t text[32768];
+    const int length = MultiByteToWideChar(CP_ACP, 0, bytes, -1, text, int(std::size(text)));
+    if (length > 1) takeWide(text, static_cast<std::size_t>(length - 1), path);
 }
 
 bool readEnvironmentPath(const char* name, TextSink& path) {

@@ -81,7 +81,7 @@ FileFault readShortcut(PathUnits path, TextSink& target) {
     const ShellLink shell;
     wchar_t text[MAX_PATH] = {};
     const bool isRead = shell.isReady() && SUCCEEDED(shell.file->Load(wide.get(), STGM_READ)) &&
-                        shell.link->GetPath(text, MAX_PATH, nullptr, SLGP_RAWPATH) == S_OK;
+                        shell.link->GetPath(text, MAX_PATH, nullptr, 0) == S_OK;
     if (!isRead || text[0] == 0) return FileFault::Failed;
     takeWide(text, std::wcslen(text), target);
     return FileFault::None;
@@ -95,7 +95,10 @@ FileFault createShortcut(PathUnits path, PathUnits target) {
     const ShellLink shell;
     const bool isReady = shell.isReady() && SUCCEEDED(shell.link->SetPath(wideTarget.get()));
     if (!isReady) return FileFault::Failed;
-    return SUCCEEDED(shell.file->Save(wide.get(), TRUE)) ? FileFault::None : FileFault::Denied;
+    const HRESULT saving = shell.file->Save(wide.get(), TRUE);
+    if (SUCCEEDED(saving)) return FileFault::None;
+    const bool isSystemError = HRESULT_FACILITY(saving) == FACILITY_WIN32;
+    return isSystemError ? faultOf(static_cast<DWORD>(HRESULT_CODE(saving))) : FileFault::Failed;
 }
 
 } // namespace KrCore::Platform

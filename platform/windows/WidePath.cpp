@@ -12,14 +12,23 @@ constexpr std::size_t longestPlainPath = MAX_PATH - 13;
 
 bool isSeparator(unsigned short unit) { return unit == '\\' || unit == '/'; }
 
+/// Whether the path can name a file: it neither ends early at a 0 nor names a stream inside a file
+/// with a ":" behind the drive's.
+bool isPlain(PathUnits path, std::size_t start) {
+    for (std::size_t index = 0; index < path.size(); ++index) {
+        if (path[index] == 0 || (path[index] == ':' && index != start + 1)) return false;
+    }
+    return !path.empty();
+}
+
 } // namespace
 
 WidePath::WidePath(PathUnits path) : isValid_(false) {
     const auto isSeparatorAt = [path](std::size_t index) {
         return index < path.size() && isSeparator(path[index]);
     };
-    if (path.empty() || std::find(path.begin(), path.end(), 0) != path.end()) return;
     const bool isVerbatim = path.size() > 3 && path[0] == '\\' && path[1] == '\\' && path[2] == '?';
+    if (!isPlain(path, isVerbatim ? 4 : 0)) return;
     const bool isLong = path.size() >= longestPlainPath && !isVerbatim;
     bool fits = true;
     if (isLong && path[1] == ':') {

@@ -122,7 +122,9 @@ TEST(FileWrapper, KnowsFolders) {
     EXPECT_EQ(now->getFileSpec(), temp->getFileSpec());
     EXPECT_EQ(temp->getRelativeURI(), ".");
     EXPECT_TRUE(FileWrapper::setCurrentDir(*before));
-    EXPECT_FALSE(FileWrapper::setCurrentDir(FileWrapper("no%20such/folder")));
+    FileWrapper missing(String("no%20such/folder"));
+    EXPECT_FALSE(FileWrapper::setCurrentDir(missing));
+    EXPECT_EQ(missing.getError(), "File or folder does not exist");
     const std::unique_ptr<FileWrapper> trash(FileWrapper::getTrashDir());
     EXPECT_EQ(trash->getError(), "Not implemented");
     const std::unique_ptr<FileWrapper> none(FileWrapper::getSpecialDir(99));

@@ -114,7 +114,7 @@ TEST(FileUtils, FindsTheSpecialFolders) {
 
     const TempFolder temp;
     const FileSpec program = temp.write("program", "");
-    const std::string host = toUtf8(program.getPath());
+    const std::string host = systemPath(program).string();
     InitTerm::setStartupSpec(host.c_str());
     EXPECT_EQ(FileUtils::getStartupDir(folder), 0);
     EXPECT_EQ(folder, temp.spec()) << "the folder of the file that the host named";

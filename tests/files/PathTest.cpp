@@ -147,16 +147,15 @@ TEST(FileUri, FindsTheWay) {
         const char* base;
         const char* result;
     } rows[] = {
-        {"C:\\a\\b", "C:\\a\\x", "../b"},
-        {"C:\\a\\b", "C:\\a\\b", "."},
-        {"C:\\a\\b", "C:\\", "a/b"},
-        {"C:\\a", "C:\\a\\b\\c", "../.."},
-        {"D:\\x\\y", "C:\\a\\b", "/d/x/y"},
-        {"\\\\s\\t\\u", "C:\\a", "//s/t/u"},
-        {"C:\\a b", "C:\\c", "../a%20b"},
-        {"C:\\A\\b", "C:\\a\\x", "../../A/b"},
-        {"", "", "."},
+        {"C:\\a\\b", "C:\\a\\x", "../b"},   {"C:\\a\\b", "C:\\a\\b", "."},
+        {"C:\\a\\b", "C:\\", "a/b"},        {"C:\\a", "C:\\a\\b\\c", "../.."},
+        {"D:\\x\\y", "C:\\a\\b", "/d/x/y"}, {"\\\\s\\t\\u", "C:\\a", "//s/t/u"},
+        {"C:\\a b", "C:\\c", "../a%20b"},   {"C:\\A\\b", "C:\\a\\x", "../../A/b"},
+        {"C:\\a\\~", "C:\\a", "./~"},       {"\\a\\c:\\x", "\\a", "./c:/x"},
     };
+    EXPECT_EQ(PathUri::relative(String(), String()), ".");
+    EXPECT_EQ(PathUri::relative(text(u"C:\\\xD800"), "C:\\"), "");
+    EXPECT_EQ(PathUri::relative("C:\\a", text(u"C:\\\xD800")), "/c/a");
     for (const auto& row : rows) {
         const String way = PathUri::relative(row.target, row.base);
         EXPECT_EQ(way, row.result) << row.target << " from " << row.base;

@@ -22,7 +22,8 @@ struct FileSpecData;
 /// Scripts see the *URI form*: "/c/dir/a%20name", "//server/share", "~/name" in the home folder.
 ///
 /// A relative path is in the current folder of the calling thread's context
-/// (`FileUtils::setCurrentDir`), which the first question makes that of the process.
+/// (`FileUtils::setCurrentDir`), which the first question makes that of the process. ".." in a path
+/// takes back the name in front of it, wherever that leads.
 ///
 /// A value: copies are independent. One spec is used by one thread at a time. Results that are
 /// `int` are error codes, 0 for success; questions about a path that names nothing are answered
@@ -50,9 +51,8 @@ public:
     ///
     /// As a URI: relative ones are in the current folder; "/c" and "c:" are drives, "~" is the home
     /// folder; "\" separates like "/"; "." and ".." are folded, and nothing climbs above the root;
-    /// escapes are UTF-8. Where nothing but a shortcut `name.LNK` is there, the path is that of the
-    /// shortcut, since a URI leaves the suffix out. A platform path stays as it is but for "/",
-    /// which becomes "\".
+    /// escapes are UTF-8. Where nothing but `name.LNK` is there, that is the path, since a URI
+    /// leaves the suffix out. A platform path stays as it is but for "/", which becomes "\".
     ///
     /// False, and the path stays, when a name would contain a separator or U+0000.
     bool setPath(const String& path, bool isNative);
@@ -141,9 +141,9 @@ public:
     /// Chooses an existing file, with `multiple` several: `files`, if not null, gets them all as
     /// `FileSpec` values, and the spec becomes the first. `initial`, if not null, is the URI of the
     /// folder that is shown first; `filter` says which files are shown.
-    bool chooseFile(const String& prompt, bool multiple, const String* initial,
-                    const FileFilter* filter, Array* files);
-    bool chooseSaveFile(const String& prompt, const String* initial, const FileFilter* filter);
+    bool chooseFile(const String& prompt, bool multiple, const String* initial, FileFilter* filter,
+                    Array* files);
+    bool chooseSaveFile(const String& prompt, const String* initial, FileFilter* filter);
     bool chooseFolder(const String& prompt);
     /// @}
 

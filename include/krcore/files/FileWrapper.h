@@ -14,9 +14,9 @@ class Folder;
 /// `getError` says in the user's language why not. A success empties the message, of a getter that
 /// asks the system too.
 ///
-/// It works on a `File` or `Folder` of its own, made when first needed. The encoding and the line
-/// ends are the wrapper's for good. Paths are in URI form where nothing else is said. One object is
-/// used by one thread at a time.
+/// It works on a `File` or `Folder` of its own, made when first needed. An encoding and line
+/// ends that were set are the wrapper's for good; an encoding that was found out is that file's.
+/// Paths are in URI form where nothing else is said. One object is used by one thread at a time.
 class KR_API FileWrapper : public Cloneable {
 public:
     explicit FileWrapper(const FileSpec& spec);
@@ -101,7 +101,8 @@ public:
     static FileWrapper* getTempDir();
     static FileWrapper* getTrashDir();
     static FileWrapper* getSpecialDir(int kind);
-    static bool setCurrentDir(const FileWrapper& folder);
+    /// The message goes into `folder`.
+    static bool setCurrentDir(FileWrapper& folder);
     /// @}
 
     static String getFileSystem();
@@ -116,7 +117,6 @@ private:
     File& toFile();
     Folder& toFolder();
     void drop();
-    void takeSettings(const FileWrapper& other);
     template <class Change>
     bool closeAround(Change change);
     bool checkError(int code);
@@ -125,6 +125,8 @@ private:
     File* file_ = nullptr;     ///< Owned; null until needed.
     Folder* folder_ = nullptr; ///< Owned; null until needed.
     String error_;
+    String encoding_; ///< The one that was set; empty when each file's own is to be found out.
+    int lineEnd_ = 0;
 };
 
 } // namespace KrCore
