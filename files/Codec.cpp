@@ -1,8 +1,11 @@
 #include "files/Codec.h"
 
+#include "text/UnitBlock.h"
+
 #include <krcore/foundation/ErrorCode.h>
 #include <krcore/text/Encoder.h>
 
+#include <algorithm>
 #include <bit>
 #include <string_view>
 
@@ -34,6 +37,16 @@ int markLengthOf(const Encoder* encoder) {
         if (encoder == Encoder::get(name)) return 4;
     }
     return 0;
+}
+
+/// Without them every text is UTF-8.
+bool hasSurrogates(const unsigned short* at, const unsigned short* end) {
+    const UnitBlock mask = UnitBlock::of(0xF800);
+    const UnitBlock surrogate = UnitBlock::of(0xD800);
+    for (; end - at >= UnitBlock::size; at += UnitBlock::size) {
+        if (((UnitBlock::load(at) & mask) == surrogate).mask() != 0) return true;
+    }
+    return std::any_of(at, end, [](unsigned short unit) { return (unit & 0xF800) == 0xD800; });
 }
 
 } // namespace
@@ -73,6 +86,7 @@ int Codec::encode(const unsigned short* in, int& inCount, char* out, int& outCou
 }
 
 int Codec::check(const unsigned short* text, int count) const {
+    if (encoder_ == &Encoder::getUtf8() && !hasSurrogates(text, text + count)) return ErrorCode::Ok;
     int consumed = 0;
     encoder_->getMBCSLength(text, count, consumed);
     if (consumed == count) return ErrorCode::Ok;

@@ -101,7 +101,6 @@ int prepareToWrite(FileData& data) {
     data.isWriting = true;
     data.reader.restart(position);
     data.writer.restart(position);
-    forgetMarkBehind(data, position);
     return ErrorCode::Ok;
 }
 
@@ -236,12 +235,10 @@ int File::read(long long count, String& text) {
 }
 
 int File::readln(String& line) {
-    line.erase();
     int code = prepareToRead(*data_);
-    if (code != ErrorCode::Ok) return code;
     bool isFound = false;
-    code = data_->reader.readLine(line, isFound);
-    if (code != ErrorCode::Ok) line.erase();
+    if (code == ErrorCode::Ok) code = data_->reader.readLine(line, isFound);
+    if (code != ErrorCode::Ok || !isFound) line.erase();
     return code == ErrorCode::Ok && !isFound ? ErrorCode::ReadPastEnd : code;
 }
 
@@ -264,10 +261,16 @@ int File::write(const String& text, bool appendLineEnd) {
     FileData& data = *data_;
     int code = mayWrite(data);
     if (code != ErrorCode::Ok) return code;
-    code = data.codec.check(text.wstr(), text.length());
-    if (code == ErrorCode::Ok) code = prepareToWrite(data);
+    const bool wasWriting = data.isWriting;
+    const std::int64_t position = wasWriting ? 0 : positionOf(data);
+    code = prepareToWrite(data);
     if (code != ErrorCode::Ok) return code;
-    return data.writer.write(data.codec, text, data.lineEnd, appendLineEnd);
+    const std::int64_t start = data.writer.position();
+    code = data.writer.write(data.codec, text, data.lineEnd, appendLineEnd);
+    if (code == ErrorCode::Ok) forgetMarkBehind(data, start);
+    // A refused text does not move; when something else waits for the disk, that decides.
+    if (code != ErrorCode::Ok && !wasWriting && !data.writer.hasPending()) moveTo(data, position);
+    return code;
 }
 
 int File::setSize(long long byteCount) {

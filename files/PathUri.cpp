@@ -189,7 +189,7 @@ bool toPath(const String& uri, const String& currentFolder, const String& home, 
 }
 
 String relative(const String& target, const String& base) {
-    const String targetUri = fromPath(target, nullptr);
+    String targetUri = fromPath(target, nullptr);
     const String baseUri = fromPath(base, nullptr);
     if (targetUri.isEmpty() != target.isEmpty()) return {};
     if (baseUri.isEmpty() != base.isEmpty()) return targetUri;

@@ -1,5 +1,7 @@
 #include "files/TextReader.h"
 
+#include "files/LineEnds.h"
+
 #include <krcore/foundation/ErrorCode.h>
 
 #include <algorithm>
@@ -150,11 +152,18 @@ void TextReader::take(int count, String& text) {
     nextUnit_ += count;
 }
 
+/// The same for the beginning of a line: lines that follow each other share one buffer.
+void TextReader::replace(String& text, int count) {
+    text.adjust(count);
+    if (count > 0) std::memcpy(text.writable(), units_ + nextUnit_, std::size_t(count) * 2);
+    nextUnit_ += count;
+}
+
 /// The block that the call began in may be gone; it is read again then.
 void TextReader::returnTo(const Place& place) {
     if (blockPosition_ != place.blockPosition) {
         restart(place.blockPosition);
-        if (fill() != ErrorCode::Ok) return;
+        if (fill() != ErrorCode::Ok) return restart(place.blockPosition);
     }
     nextUnit_ = std::min(place.unit, unitCount_);
 }
@@ -203,24 +212,19 @@ int TextReader::readToLineEnd(String& line, bool& isFound) {
         const int code = fill();
         if (code != ErrorCode::Ok) return code;
         if (available() == 0) return ErrorCode::Ok;
-        isFound = true;
-        const int length = findLineEnd();
+        const unsigned short* const start = units_ + nextUnit_;
+        const auto length = static_cast<int>(findLineEnd(start, units_ + unitCount_) - start);
         const bool isWhole = length < available();
-        take(length, line);
+        if (isFound) {
+            take(length, line);
+        } else {
+            replace(line, length);
+        }
+        isFound = true;
         if (!isWhole) continue;
         if (units_[nextUnit_++] == '\r') skipLineFeed();
         return ErrorCode::Ok;
     }
-}
-
-/// Units in front of the next line end, or all that are available.
-int TextReader::findLineEnd() const {
-    const unsigned short* const begin = units_ + nextUnit_;
-    const unsigned short* const end = units_ + unitCount_;
-    const unsigned short* at = begin;
-    while (at != end && *at != '\n' && *at != '\r')
-        ++at;
-    return static_cast<int>(at - begin);
 }
 
 /// Behind a CR, which may end a block. What is wrong with the next one is for the next call.

@@ -36,7 +36,8 @@ public:
 
     /// Units up to `count`, one more rather than half a pair; 0 of them at the end.
     int read(std::int64_t count, String& text);
-    /// A line without its end. `isFound` is false at the end of the file.
+    /// A line without its end in place of the old text. `isFound` is false at the end of the file;
+    /// the text is undefined then, and after a failure.
     int readLine(String& line, bool& isFound);
 
 private:
@@ -60,7 +61,7 @@ private:
     int readBlocks(std::int64_t count, String& text);
     int readToLineEnd(String& line, bool& isFound);
     void take(int count, String& text);
-    int findLineEnd() const;
+    void replace(String& text, int count);
     void skipLineFeed();
 
     static constexpr int usualBlockSize = 32768;

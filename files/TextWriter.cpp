@@ -1,5 +1,6 @@
 #include "files/TextWriter.h"
 
+#include "files/LineEnds.h"
 #include "files/SystemText.h"
 
 #include <krcore/files/FileUtils.h>
@@ -10,16 +11,11 @@
 
 namespace KrCore {
 
-namespace {
+TextWriter::TextWriter(Platform::FileStream& stream) : stream_(stream) {}
 
-bool isHighSurrogate(unsigned short unit) { return (unit & 0xFC00) == 0xD800; }
+TextWriter::~TextWriter() { Heap::operator delete(pending_); }
 
-struct LineEnd {
-    unsigned short units[2];
-    int length;
-};
-
-LineEnd lineEndOf(CRLFEncoding kind) {
+TextWriter::LineEnd TextWriter::lineEndOf(CRLFEncoding kind) {
     switch (kind == CRLFEncoding::Default ? FileUtils::getSystemLF() : kind) {
     case CRLFEncoding::CR:
         return {{'\r', 0}, 1};
@@ -30,17 +26,6 @@ LineEnd lineEndOf(CRLFEncoding kind) {
         break;
     }
     return {{'\r', '\n'}, 2};
-}
-
-bool isLineEnd(unsigned short unit) { return unit == '\n' || unit == '\r'; }
-
-} // namespace
-
-TextWriter::TextWriter(Platform::FileStream& stream) : stream_(stream) {}
-
-TextWriter::~TextWriter() {
-    Heap::operator delete(pending_);
-    Heap::operator delete(units_);
 }
 
 void TextWriter::restart(std::int64_t position) {
@@ -61,31 +46,26 @@ int TextWriter::flush() {
 
 int TextWriter::write(const Codec& codec, const String& text, CRLFEncoding kind,
                       bool appendLineEnd) {
-    reserveBlocks();
-    // What was there before goes out before a text that may need the room; if that fails, nothing
-    // has happened to the text yet.
-    if (text.length() > (blockSize - pendingCount_ - roomForCharacter) / roomForCharacter) {
-        const int code = flush();
+    if (!pending_) pending_ = static_cast<char*>(Heap::operator new(blockSize));
+    std::int64_t size = -1;
+    if (text.length() > (blockSize - pendingCount_) / roomForCharacter - 1) {
+        // A long text: what waits goes out first, and what cannot be encoded is refused before the
+        // first block goes.
+        int code = flush();
+        if (code == ErrorCode::Ok) code = codec.check(text.wstr(), text.length());
         if (code != ErrorCode::Ok) return code;
+        size = stream_.size();
     }
     const std::int64_t start = position();
-    const std::int64_t size = pendingCount_ == 0 ? stream_.size() : -1;
     const bool endedInReturn = endsInReturn_;
-    int code = writeText(codec, text, kind);
-    if (code == ErrorCode::Ok && appendLineEnd) code = writeLineEnd(codec, kind);
+    const LineEnd lineEnd = lineEndOf(kind);
+    int code = writeText(codec, text, lineEnd);
+    if (code == ErrorCode::Ok && appendLineEnd) code = writeLineEnd(codec, lineEnd);
     if (code != ErrorCode::Ok) {
         takeBack(start, size);
         endsInReturn_ = endedInReturn;
     }
     return code;
-}
-
-void TextWriter::reserveBlocks() {
-    if (!pending_) pending_ = static_cast<char*>(Heap::operator new(blockSize));
-    if (!units_) {
-        units_ = static_cast<unsigned short*>(
-            Heap::operator new(unitBlockSize * sizeof(unsigned short)));
-    }
 }
 
 /// Makes a writing that failed undone, so that it can be tried again: what went out behind the end
@@ -101,55 +81,32 @@ void TextWriter::takeBack(std::int64_t start, std::int64_t size) {
     stream_.seek(start);
 }
 
-int TextWriter::writeText(const Codec& codec, const String& text, CRLFEncoding kind) {
-    const unsigned short* units = text.wstr();
-    int count = text.length();
-    if (count == 0) return ErrorCode::Ok;
+int TextWriter::writeText(const Codec& codec, const String& text, const LineEnd& lineEnd) {
+    const unsigned short* at = text.begin();
+    const unsigned short* const end = text.end();
     // The second half of a line end that the last text began.
-    const int skipped = endsInReturn_ && *units == '\n' ? 1 : 0;
-    endsInReturn_ = units[count - 1] == '\r';
-    units += skipped;
-    count -= skipped;
-    while (count > 0) {
-        int written = 0;
-        const int taken = takeBlock(units, count, kind, written);
-        const int code = encodeBlock(codec, units_, written);
+    if (at != end && endsInReturn_ && *at == '\n') ++at;
+    if (!text.isEmpty()) endsInReturn_ = false;
+    while (at != end) {
+        const unsigned short* const stop = findLineEnd(at, end);
+        int code = encode(codec, at, static_cast<int>(stop - at));
+        if (code != ErrorCode::Ok || stop == end) return code;
+        code = writeLineEnd(codec, lineEnd);
         if (code != ErrorCode::Ok) return code;
-        units += taken;
-        count -= taken;
+        const bool isReturn = *stop == '\r';
+        at = stop + 1;
+        endsInReturn_ = isReturn && at == end;
+        if (isReturn && at != end && *at == '\n') ++at;
     }
     return ErrorCode::Ok;
 }
 
-int TextWriter::writeLineEnd(const Codec& codec, CRLFEncoding kind) {
+int TextWriter::writeLineEnd(const Codec& codec, const LineEnd& lineEnd) {
     endsInReturn_ = false;
-    const LineEnd lineEnd = lineEndOf(kind);
-    return encodeBlock(codec, lineEnd.units, lineEnd.length);
+    return encode(codec, lineEnd.units, lineEnd.length);
 }
 
-/// Fills the block of units with text whose line ends are final and returns how many units of the
-/// text that took. A pair and a line end stay whole.
-int TextWriter::takeBlock(const unsigned short* units, int count, CRLFEncoding kind, int& written) {
-    const LineEnd lineEnd = lineEndOf(kind);
-    const unsigned short* at = units;
-    const unsigned short* const end = units + count;
-    unsigned short* out = units_;
-    const unsigned short* const outEnd = units_ + unitBlockSize - 2;
-    while (at != end && out < outEnd) {
-        const auto room = std::min(end - at, outEnd - out);
-        const unsigned short* const stop = std::find_if(at, at + room, isLineEnd);
-        out = std::copy(at, stop, out);
-        at = stop;
-        if (at == end || !isLineEnd(*at)) continue;
-        at += *at == '\r' && at + 1 != end && at[1] == '\n' ? 2 : 1;
-        out = std::copy_n(lineEnd.units, lineEnd.length, out);
-    }
-    if (at != end && isHighSurrogate(out[-1])) *out++ = *at++;
-    written = static_cast<int>(out - units_);
-    return static_cast<int>(at - units);
-}
-
-int TextWriter::encodeBlock(const Codec& codec, const unsigned short* units, int count) {
+int TextWriter::encode(const Codec& codec, const unsigned short* units, int count) {
     while (count > 0) {
         int used = count;
         int room = blockSize - pendingCount_;

@@ -26,28 +26,30 @@ public:
     /// Gives up what is pending.
     void drop() { pendingCount_ = 0; }
 
-    /// Writes a text that the codec can encode, and with `appendLineEnd` a line end. A CR and a LF
+    /// Writes a text, and with `appendLineEnd` a line end. A code of the encoder when it cannot be
+    /// encoded. A CR and a LF
     /// that come with two calls are one line end. After a failure nothing of the text is written,
     /// unless it overwrote what was there.
     int write(const Codec& codec, const String& text, CRLFEncoding kind, bool appendLineEnd);
 
 private:
-    void reserveBlocks();
+    struct LineEnd {
+        unsigned short units[2];
+        int length;
+    };
+    static LineEnd lineEndOf(CRLFEncoding kind);
     void takeBack(std::int64_t start, std::int64_t size);
-    int writeText(const Codec& codec, const String& text, CRLFEncoding kind);
-    int writeLineEnd(const Codec& codec, CRLFEncoding kind);
-    int takeBlock(const unsigned short* units, int count, CRLFEncoding kind, int& written);
-    int encodeBlock(const Codec& codec, const unsigned short* units, int count);
+    int writeText(const Codec& codec, const String& text, const LineEnd& lineEnd);
+    int writeLineEnd(const Codec& codec, const LineEnd& lineEnd);
+    int encode(const Codec& codec, const unsigned short* units, int count);
 
     static constexpr int blockSize = 32768;
-    static constexpr int unitBlockSize = 8192;
     /// No character takes more.
     static constexpr int roomForCharacter = 16;
 
     Platform::FileStream& stream_;
-    char* pending_ = nullptr;         ///< A block of bytes on their way.
-    unsigned short* units_ = nullptr; ///< A block of text with its final line ends.
-    std::int64_t position_ = 0;       ///< Where the pending bytes go.
+    char* pending_ = nullptr;   ///< A block of bytes on their way.
+    std::int64_t position_ = 0; ///< Where the pending bytes go.
     int pendingCount_ = 0;
     bool endsInReturn_ = false; ///< The last text ended in a CR, which was written as a line end.
 };

@@ -63,8 +63,8 @@ FileFault createFolder(PathUnits path);
 FileFault removeEntry(PathUnits path);
 /// Never takes the place of another file.
 FileFault renameEntry(PathUnits from, PathUnits to);
-/// Replaces a file at `to`, which stays as it was when the copy fails. Nothing happens when both are
-/// the same file.
+/// Replaces a file at `to`, which stays as it was when the copy fails. Nothing happens when both
+/// are the same file.
 FileFault copyFile(PathUnits from, PathUnits to);
 /// Gives the names in a folder, in no order, without "." and "..".
 FileFault listFolder(PathUnits path, TextSink& names);
