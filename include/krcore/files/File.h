@@ -73,14 +73,18 @@ public:
     virtual int readln(String& line);
     /// Moves to a byte position from the start (0), the current position (1) or the end (2).
     /// `ReadPastEnd` beyond the end, `BadArgumentList` in front of the start or for another
-    /// `whence`; the position stays then. The start is that of the file, byte-order mark included.
+    /// `whence`; the position stays then. The start is that of the file; a reading there passes
+    /// over the byte-order mark that `open` found.
     virtual int seek(long long position, int whence);
     /// Cuts the file or extends it with zero bytes.
     virtual int setSize(long long byteCount);
-    /// The byte position of the next character; -1 when the file is not open.
+    /// The byte position of the next character; -1 when the file is not open. In an encoding with
+    /// shift states it is the last one in front of it where no shift is in effect.
     virtual long long tell();
     /// Writes the text with each of its line ends as the convention has it, and with
-    /// `appendLineEnd` one more. Nothing is written of a text that the encoding cannot hold.
+    /// `appendLineEnd` one more; a CR and a LF that come with two calls are one. Nothing is written
+    /// of a text that the encoding cannot hold, or that a full medium does not take, so that it can
+    /// be tried again; only what it overwrote may have changed then.
     virtual int write(const String& text, bool appendLineEnd);
 
     const FileSpec& getFileSpec() const;

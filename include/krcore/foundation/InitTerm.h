@@ -32,7 +32,9 @@ public:
     static void enableUI(bool enable);
     static bool isUIEnabled();
 
-    /// The place the host was started from, as a path; null is ignored. After `init`.
+    /// The place the host was started from: its folder or its program, as a path in the system's
+    /// own form and bytes; null is ignored. After `init`, and before other threads ask for the
+    /// folder.
     static void setStartupSpec(const char* path);
 
     InitTerm() = delete;
