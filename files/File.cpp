@@ -67,6 +67,7 @@ void detect(FileData& data) {
     const int count = data.reader.peek(bytes, detectionBytes);
     const DetectedEncoding found = detectEncoding(bytes, count);
     data.reader.skip(found.markLength);
+    data.reader.setMark(found.markLength);
     data.markLength = found.markLength;
     data.markName = found.isMarked ? found.name : nullptr;
     const Encoder* encoder = found.name ? Encoder::get(found.name) : nullptr;
@@ -75,7 +76,7 @@ void detect(FileData& data) {
     data.encoder = encoder;
 }
 
-/// Begins to read where the writer stopped. The mark at the beginning is no text.
+/// Begins to read where the writer stopped.
 int prepareToRead(FileData& data) {
     if (!data.stream.isOpen()) return ErrorCode::NotOpen;
     if (data.isWriting) {
@@ -84,13 +85,14 @@ int prepareToRead(FileData& data) {
         data.isWriting = false;
         data.reader.restart(data.writer.position());
     }
-    if (data.markLength > 0 && data.reader.isAtStart()) data.reader.restart(data.markLength);
     return ErrorCode::Ok;
 }
 
 /// What is written or cut off in front of here takes the mark with it.
 void forgetMarkBehind(FileData& data, std::int64_t position) {
-    if (position < data.markLength) data.markLength = 0;
+    if (position >= data.markLength) return;
+    data.markLength = 0;
+    data.reader.setMark(0);
 }
 
 int prepareToWrite(FileData& data) {
@@ -120,6 +122,7 @@ void begin(FileData& data, Access access, bool detects) {
     moveTo(data, 0);
     data.markLength = 0;
     data.markName = nullptr;
+    data.reader.setMark(0);
     if (detects) detect(data);
     if (data.encodingName.isEmpty()) {
         const Encoder& encoder = Encoder::getDefault();
@@ -147,7 +150,7 @@ class ContentScope {
 public:
     ContentScope(FileData& data, bool wasOpen)
         : data_(data), position_(positionOf(data)), wasOpen_(wasOpen) {
-        if (wasOpen) moveTo(data, data.markLength);
+        if (wasOpen) moveTo(data, 0);
     }
     ~ContentScope() {
         if (wasOpen_) {
@@ -245,7 +248,7 @@ int File::readln(String& line) {
 int File::getContent(String& content, int limit) {
     content.erase();
     const bool wasOpen = isOpen();
-    const int code = wasOpen ? prepareToRead(*data_) : open("r", 0, 0);
+    const int code = wasOpen ? data_->writer.flush() : open("r", 0, 0);
     if (code != ErrorCode::Ok) return code;
     const ContentScope scope(*data_, wasOpen);
     const std::int64_t count = limit < 0 ? std::numeric_limits<std::int64_t>::max() : limit;
@@ -260,14 +263,15 @@ int File::getContent(String& content, int limit) {
 int File::write(const String& text, bool appendLineEnd) {
     FileData& data = *data_;
     int code = mayWrite(data);
-    if (code != ErrorCode::Ok) return code;
+    if (code != ErrorCode::Ok || (text.isEmpty() && !appendLineEnd)) return code;
     const bool wasWriting = data.isWriting;
     const std::int64_t position = wasWriting ? 0 : positionOf(data);
     code = prepareToWrite(data);
     if (code != ErrorCode::Ok) return code;
     const std::int64_t start = data.writer.position();
     code = data.writer.write(data.codec, text, data.lineEnd, appendLineEnd);
-    if (code == ErrorCode::Ok) forgetMarkBehind(data, start);
+    const bool mayHaveWritten = code == ErrorCode::Ok || code == ErrorCode::IOError;
+    if (mayHaveWritten) forgetMarkBehind(data, start);
     // A refused text does not move; when something else waits for the disk, that decides.
     if (code != ErrorCode::Ok && !wasWriting && !data.writer.hasPending()) moveTo(data, position);
     return code;
@@ -282,6 +286,7 @@ int File::setSize(long long byteCount) {
     const std::int64_t position = positionOf(*data_);
     code = codeOf(data_->stream.setSize(byteCount));
     if (code != ErrorCode::Ok) return code;
+    data_->writer.breakOff();
     forgetMarkBehind(*data_, byteCount);
     moveTo(*data_, std::min<std::int64_t>(position, byteCount));
     return ErrorCode::Ok;
@@ -302,6 +307,7 @@ int File::seek(long long position, int whence) {
     if (size < 0) return ErrorCode::IOError;
     if (!isKnown || (position < 0 && position < -base)) return ErrorCode::BadArgumentList;
     if (!addPosition(base, position, target) || target > size) return ErrorCode::ReadPastEnd;
+    data_->writer.breakOff();
     moveTo(*data_, target);
     return ErrorCode::Ok;
 }
@@ -350,6 +356,7 @@ bool File::setEncoding(const String& name) {
     const bool isName = name.find(static_cast<unsigned short>(0)) < 0;
     const Encoder* encoder = isName ? Encoder::get(name.wstr()) : nullptr;
     if (!encoder && !name.isEmpty()) return false;
+    if (encoder && encoder == data_->encoder) return true;
     data_->encodingName = encoder ? canonicalName(*encoder) : String();
     data_->encoder = encoder;
     chooseCodec(*data_);

@@ -61,13 +61,25 @@ private:
     Callbacks* const host_;
 };
 
+/// The system takes a blank for a part of the mask.
+String strippedMasks(String rest) {
+    String masks;
+    while (!rest.isEmpty()) {
+        if (!masks.isEmpty()) masks += ';';
+        String mask = rest.split(';');
+        mask.strip();
+        masks += mask;
+    }
+    return masks;
+}
+
 /// Asks for files. The texts live as long as the dialog does.
 bool chooseFiles(Platform::FileDialog dialog, const String& prompt, const String* initial,
                  const FileFilter* filter, Choice& choice) {
     if (!mayShowDialogs()) return false;
     const FileSpec folder(initial ? *initial : String());
     const String folderPath = systemPathOf(folder);
-    const String masks = filter ? filter->getMasks() : String();
+    const String masks = filter ? strippedMasks(filter->getMasks()) : String();
     const ModalScope scope;
     const Platform::FileDialogTexts texts{unitsOf(prompt), unitsOf(folderPath), unitsOf(masks),
                                           scope.owner()};

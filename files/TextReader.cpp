@@ -59,8 +59,9 @@ std::int64_t TextReader::position() const {
 }
 
 bool TextReader::isAtEnd() {
-    if (available() > 0 || usedBytes_ < byteCount_) return false;
-    return !readBytes() || usedBytes_ == byteCount_;
+    const int mark = isAtStart() ? markLength_ : 0;
+    if (available() > 0 || byteCount_ - usedBytes_ > mark) return false;
+    return !readBytes() || byteCount_ <= mark;
 }
 
 int TextReader::peek(const char*& bytes, int count) {
@@ -123,8 +124,8 @@ int TextReader::decodeBlock() {
     forgetUnits();
     unitCount_ = blockSize_;
     const int code = decodeInto(units_, unitCount_);
-    const bool mayCutPair =
-        unitCount_ > 0 && isHighSurrogate(units_[unitCount_ - 1]) && !isLastBlock_;
+    const bool mayCutPair = unitCount_ > 0 && isHighSurrogate(units_[unitCount_ - 1]) &&
+                            !isLastBlock_ && byteCount_ < largestBlockSize;
     if (mayCutPair) {
         // The other half, if there is one, comes with the next block.
         --unitCount_;
@@ -161,11 +162,17 @@ void TextReader::replace(String& text, int count) {
 
 /// The block that the call began in may be gone; it is read again then.
 void TextReader::returnTo(const Place& place) {
+    if (place.unit == 0) return restart(place.blockPosition);
     if (blockPosition_ != place.blockPosition) {
         restart(place.blockPosition);
         if (fill() != ErrorCode::Ok) return restart(place.blockPosition);
     }
     nextUnit_ = std::min(place.unit, unitCount_);
+}
+
+void TextReader::passMark() {
+    const char* bytes = nullptr;
+    if (markLength_ > 0) skip(peek(bytes, markLength_));
 }
 
 /// What a reading gives; the position is where it was when that is no success.
@@ -174,6 +181,7 @@ int TextReader::orReturn(Reading reading) {
     if (available() == 0) discardUsedBytes();
     const Place start{blockPosition_, nextUnit_};
     try {
+        if (isAtStart()) passMark();
         const int code = reading();
         if (code != ErrorCode::Ok) returnTo(start);
         return code;

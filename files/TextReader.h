@@ -25,12 +25,13 @@ public:
 
     /// The byte position of the next character.
     std::int64_t position() const;
-    bool isAtStart() const { return blockPosition_ == 0 && usedBytes_ == 0 && nextUnit_ == 0; }
     /// Whether no byte is left.
     bool isAtEnd();
     /// The first bytes of the file, before anything else is read; as many as there are up to
     /// `count`.
     int peek(const char*& bytes, int count);
+    /// Bytes at the beginning of the file that are no text.
+    void setMark(int byteCount) { markLength_ = byteCount; }
     /// Passes over bytes that `peek` gave.
     void skip(int byteCount) { usedBytes_ = byteCount; }
 
@@ -47,11 +48,13 @@ private:
         int unit;
     };
     void returnTo(const Place& place);
+    void passMark();
     template <class Reading>
     int orReturn(Reading reading);
 
     void forgetUnits();
     void grow();
+    bool isAtStart() const { return blockPosition_ == 0 && usedBytes_ == 0; }
     int available() const { return unitCount_ - nextUnit_; }
     void discardUsedBytes();
     bool readBytes();
@@ -73,6 +76,7 @@ private:
     char* bytes_ = nullptr;           ///< A block from the file.
     unsigned short* units_ = nullptr; ///< What its first `usedBytes_` decode to.
     std::int64_t blockPosition_ = 0;  ///< Where the block lies in the file.
+    int markLength_ = 0;
     int blockSize_ = 0;
     int byteCount_ = 0;
     int usedBytes_ = 0;

@@ -29,8 +29,8 @@ TextWriter::LineEnd TextWriter::lineEndOf(CRLFEncoding kind) {
 }
 
 void TextWriter::restart(std::int64_t position) {
+    if (position != this->position()) endsInReturn_ = false;
     position_ = position;
-    endsInReturn_ = false;
     stream_.seek(position);
 }
 
@@ -76,7 +76,7 @@ void TextWriter::takeBack(std::int64_t start, std::int64_t size) {
         return;
     }
     pendingCount_ = 0;
-    if (size == start) stream_.setSize(start);
+    if (size >= start && stream_.size() > size) stream_.setSize(size);
     position_ = start;
     stream_.seek(start);
 }

@@ -18,6 +18,8 @@ public:
 
     /// Nothing may be pending. The next byte goes to `position`.
     void restart(std::int64_t position);
+    /// What comes next does not belong to what was written last.
+    void breakOff() { endsInReturn_ = false; }
     /// Where the next byte goes.
     std::int64_t position() const { return position_ + pendingCount_; }
     bool hasPending() const { return pendingCount_ > 0; }
@@ -26,10 +28,9 @@ public:
     /// Gives up what is pending.
     void drop() { pendingCount_ = 0; }
 
-    /// Writes a text, and with `appendLineEnd` a line end. A code of the encoder when it cannot be
-    /// encoded. A CR and a LF
-    /// that come with two calls are one line end. After a failure nothing of the text is written,
-    /// unless it overwrote what was there.
+    /// Writes a text, and with `appendLineEnd` a line end. A CR and a LF that come with two calls
+    /// are one line end. A code of the encoder when the text cannot be encoded, `IOError` when the
+    /// stream takes no more; nothing of it is written then, unless it overwrote what was there.
     int write(const Codec& codec, const String& text, CRLFEncoding kind, bool appendLineEnd);
 
 private:

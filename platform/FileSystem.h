@@ -7,9 +7,8 @@ namespace KrCore::Platform {
 
 /// Paths are absolute and have the form that they have on Windows: `C:\name`,
 /// `\\server\share\name`, and `\name` for the root where there are no drives. Elsewhere that is
-/// mapped here: `\home\u` is
-/// "/home/u" and `c:\a` is "/c/a". A path that stands for nothing on this system is
-/// `FileFault::Invalid`, never another file.
+/// mapped here: `\home\u` is "/home/u" and `c:\a` is "/c/a". A path that stands for nothing on this
+/// system is `FileFault::Invalid`, never another file.
 ///
 /// Names are UTF-8 on other systems. Bytes of a name that are none, "\" and what else could not be
 /// told apart come as U+DC00 plus the byte, and go back the same way, so that every name survives.

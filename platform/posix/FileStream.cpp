@@ -69,6 +69,7 @@ FileFault FileStream::write(const char* bytes, std::size_t count, std::size_t& w
     while (written < count) {
         const ssize_t result = ::write(descriptor(handle_), bytes + written, count - written);
         if (result < 0 && errno != EINTR) return faultOf(errno);
+        if (result == 0) return FileFault::Failed;
         if (result > 0) written += static_cast<std::size_t>(result);
     }
     return FileFault::None;

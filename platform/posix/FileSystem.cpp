@@ -60,6 +60,7 @@ FileFault copyBytes(int from, int to) {
             const ssize_t step =
                 ::write(to, block + written, static_cast<std::size_t>(count - written));
             if (step < 0 && errno != EINTR) return faultOf(errno);
+            if (step == 0) return FileFault::Failed;
             if (step > 0) written += step;
         }
     }
@@ -67,7 +68,6 @@ FileFault copyBytes(int from, int to) {
 
 /// Copies into the new file at `to`.
 FileFault fillCopy(int from, const struct stat& source, Descriptor& to) {
-    if (to.get() < 0) return faultOf(errno);
     FileFault fault = copyBytes(from, to.get());
     if (fault == FileFault::None) fault = faultOfCall(::fchmod(to.get(), source.st_mode & 0777U));
     const FileFault closing = to.close();

@@ -45,9 +45,7 @@ bool chooseFiles(FileDialog dialog, const FileDialogTexts& texts, TextSink& path
     choice[0] = 0;
     const ZeroedText<1024> prompt(texts.prompt);
     const ZeroedText<1024> folder(texts.folder);
-    ZeroedText<1024> masks(texts.masks);
-    // The system takes a blank for a part of the mask.
-    *std::remove(masks.units, masks.units + std::wcslen(masks.units), L' ') = 0;
+    const ZeroedText<1024> masks(texts.masks);
     wchar_t filter[2 * std::size(masks.units)] = {};
     const std::size_t maskLength = std::wcslen(masks.units);
     // The masks are their own description.

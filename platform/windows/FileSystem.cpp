@@ -36,10 +36,12 @@ bool readTarget(const wchar_t* path, BY_HANDLE_FILE_INFORMATION& target) {
     return isRead;
 }
 
+/// Some servers know no index and give 0 for every file.
 bool isSameFile(const wchar_t* path, const wchar_t* otherPath) {
     BY_HANDLE_FILE_INFORMATION file;
     BY_HANDLE_FILE_INFORMATION other;
     return readTarget(path, file) && readTarget(otherPath, other) &&
+           (file.nFileIndexHigh | file.nFileIndexLow) != 0 &&
            file.dwVolumeSerialNumber == other.dwVolumeSerialNumber &&
            file.nFileIndexHigh == other.nFileIndexHigh && file.nFileIndexLow == other.nFileIndexLow;
 }

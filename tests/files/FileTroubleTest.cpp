@@ -79,6 +79,14 @@ TEST(FileTrouble, MarksComeAndGo) {
     ASSERT_EQ(file.seek(0, 0), 0);
     EXPECT_EQ(file.read(3, text), 0);
     EXPECT_EQ(text, "old") << "the mark is no text after a seek either";
+    ASSERT_EQ(file.seek(0, 0), 0);
+    EXPECT_EQ(file.write(String(), false), 0);
+    EXPECT_FALSE(file.eof());
+    EXPECT_EQ(file.getContent(text, -1), 0);
+    EXPECT_EQ(file.read(0, text), 0);
+    EXPECT_EQ(file.tell(), 0) << "questions do not move";
+    EXPECT_EQ(file.read(1, text), 0);
+    EXPECT_EQ(text, "o");
     ASSERT_EQ(file.setSize(0), 0);
     ASSERT_EQ(file.write("abcdef", false), 0);
     EXPECT_EQ(file.getContent(text, -1), 0);
@@ -100,8 +108,11 @@ TEST(FileTrouble, LineEndsMayComeInTwoCalls) {
         EXPECT_EQ(file.write(piece, false), 0);
     EXPECT_EQ(file.write("\r", true), 0);
     EXPECT_EQ(file.write("\n", false), 0);
+    EXPECT_EQ(file.write("d\r", false), 0);
+    EXPECT_TRUE(file.eof());
+    EXPECT_EQ(file.write("\ne", false), 0);
     EXPECT_EQ(file.close(), 0);
-    EXPECT_EQ(bytesOf(folder / "f"), "a\nb\nc\n\n\n\n\n");
+    EXPECT_EQ(bytesOf(folder / "f"), "a\nb\nc\n\n\n\n\nd\ne");
 }
 
 TEST(FileTrouble, ARefusedTextDoesNotMove) {

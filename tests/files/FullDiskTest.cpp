@@ -49,6 +49,19 @@ TEST(FullDisk, AWritingThatFailedCanBeTriedAgain) {
     EXPECT_EQ(bytesOf(folder / "f"), "before\nsmall\n" + std::string(100000, 'x'));
 }
 
+TEST(FullDisk, AFileKeepsItsLength) {
+    const TempFolder folder;
+    File file(folder.write("f", "0123456789"));
+    ASSERT_EQ(file.open("e", 0, 0), 0);
+    ASSERT_EQ(file.seek(5, 0), 0);
+    String text;
+    text.setup('x', 100000);
+    const SmallDisk disk(40000);
+    EXPECT_EQ(file.write(text, false), ErrorCode::IOError);
+    EXPECT_EQ(file.tell(), 5);
+    EXPECT_EQ(bytesOf(folder / "f").size(), 10U);
+}
+
 TEST(FullDisk, WhatWaitsIsWrittenLater) {
     const TempFolder folder;
     File file(folder / "f");

@@ -50,13 +50,12 @@ public:
     virtual bool isOpen() const;
     /// Opens the file; only the first character of `mode` counts, in either case:
     ///
-    /// | mode      |                                                                             |
-    /// |-----------|-----------------------------------------------------------------------------|
-    /// | empty, r  | to read; `FileNotFound` when there is none                                   |
-    /// | w         | to read and write; made, or emptied                                          |
-    /// | e         | to read and write; made when there is none                                   |
-    /// | a         | to read, and to write at the end, where the position is; made when there is
-    /// none |
+    /// | mode     |                                                                          |
+    /// |----------|--------------------------------------------------------------------------|
+    /// | empty, r | to read; `FileNotFound` when there is none                               |
+    /// | w        | to read and write; made, or emptied                                      |
+    /// | e        | to read and write; made when there is none                               |
+    /// | a        | to read, and to write at the end, where the position is; made like for e |
     ///
     /// An open file is closed first, and after a failure it is closed. Any other mode is
     /// `BadArgumentList`. Except for "w" the encoding is found out from the first bytes, unless one
@@ -79,7 +78,8 @@ public:
     /// Cuts the file or extends it with zero bytes.
     virtual int setSize(long long byteCount);
     /// The byte position of the next character; -1 when the file is not open. In an encoding with
-    /// shift states it is the last one in front of it where no shift is in effect.
+    /// shift states it is the last one in front of it where no shift is in effect; `getContent`,
+    /// `setEncoding` and `write` go on from there, too.
     virtual long long tell();
     /// Writes the text with each of its line ends as the convention has it, and with
     /// `appendLineEnd` one more; a CR and a LF that come with two calls are one. Nothing is written
