@@ -8,7 +8,7 @@ class String;
 /// Whether this can be the name of a file: one name, no path.
 bool isEntryName(const String& name);
 
-/// Gives a file or folder another name where it is and makes the spec follow. Returns an error
+/// Gives a file or folder another name where it is and makes `spec` follow. Returns an error
 /// code.
 int renameTo(FileSpec& spec, const String& name);
 

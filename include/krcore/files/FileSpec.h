@@ -131,15 +131,15 @@ public:
 
     /// Makes this spec, which is a folder, the name of a file in it that does not exist:
     /// `tmp00000001`, with the lowest number that is free. The name is only a proposal, as nothing
-    /// is created. False, and the spec stays, when it is no folder or when the system fails.
+    /// is created. False, and the path stays, when it is no folder or when the system fails.
     bool tempName();
 
     /// @name Dialogs
-    /// The system's own, on Windows. False, and the spec stays, when the user chooses nothing, when
+    /// The system's own, on Windows. False, and the path stays, when the user chooses nothing, when
     /// the library's user interface is off (`InitTerm::enableUI`), and on other systems.
     /// @{
     /// Chooses an existing file, with `multiple` several: `files`, if not null, gets them all as
-    /// `FileSpec` values, and the spec becomes the first. `initial`, if not null, is the URI of the
+    /// `FileSpec` values, and this one becomes the first. `initial`, if not null, is the URI of the
     /// folder that is shown first; `filter` says which files are shown.
     bool chooseFile(const String& prompt, bool multiple, const String* initial, FileFilter* filter,
                     Array* files);

@@ -8,7 +8,7 @@ namespace KrCore {
 class FileSpec;
 
 /// The folders that a program finds its way by, and what distinguishes the file systems. Results
-/// that are `int` are error codes, 0 for success; the spec stays after a failure. Any thread.
+/// that are `int` are error codes, 0 for success; `folder` stays after a failure. Any thread.
 class KR_API FileUtils {
 public:
     /// Kinds of `getSpecialDir`.
