@@ -68,7 +68,6 @@ void detect(FileData& data) {
     const DetectedEncoding found = detectEncoding(bytes, count);
     data.reader.skip(found.markLength);
     data.reader.setMark(found.markLength);
-    data.markLength = found.markLength;
     data.markName = found.isMarked ? found.name : nullptr;
     const Encoder* encoder = found.name ? Encoder::get(found.name) : nullptr;
     if (!encoder || !data.encodingName.isEmpty()) return;
@@ -90,9 +89,7 @@ int prepareToRead(FileData& data) {
 
 /// What is written or cut off in front of here takes the mark with it.
 void forgetMarkBehind(FileData& data, std::int64_t position) {
-    if (position >= data.markLength) return;
-    data.markLength = 0;
-    data.reader.setMark(0);
+    if (position < data.reader.getMark()) data.reader.setMark(0);
 }
 
 int prepareToWrite(FileData& data) {
@@ -120,7 +117,6 @@ void moveTo(FileData& data, std::int64_t position) {
 void begin(FileData& data, Access access, bool detects) {
     data.access = access;
     moveTo(data, 0);
-    data.markLength = 0;
     data.markName = nullptr;
     data.reader.setMark(0);
     if (detects) detect(data);

@@ -25,8 +25,7 @@ struct FileData : public Heap {
 
     Access access = Access::ReadOnly;
     bool isWriting = false;
-    int markLength = 0;             ///< Bytes of the byte-order mark that was skipped.
-    const char* markName = nullptr; ///< The encoding that it stands for.
+    const char* markName = nullptr; ///< The encoding that the byte-order mark stands for.
     Codec codec;
     TextReader reader{stream};
     TextWriter writer{stream};

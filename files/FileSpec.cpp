@@ -135,10 +135,12 @@ String FileSpec::getAbsoluteURI(bool useHome) const {
     return PathUri::fromPath(getPath(), &home);
 }
 
-String FileSpec::getRelativeURI() const { return PathUri::relative(getPath(), currentFolder()); }
+String FileSpec::getRelativeURI() const {
+    return PathUri::relative(systemPathOf(*this), currentFolder());
+}
 
 String FileSpec::getRelativeURI(const FileSpec& base) const {
-    return PathUri::relative(getPath(), base.getPath());
+    return PathUri::relative(systemPathOf(*this), systemPathOf(base));
 }
 
 // Its parts.

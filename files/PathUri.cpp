@@ -191,7 +191,8 @@ bool toPath(const String& uri, const String& currentFolder, const String& home, 
 String relative(const String& target, const String& base) {
     String targetUri = fromPath(target, nullptr);
     const String baseUri = fromPath(base, nullptr);
-    if (targetUri.isEmpty() != target.isEmpty()) return {};
+    const bool isNowhere = targetUri.isEmpty() && (!target.isEmpty() || !base.isEmpty());
+    if (isNowhere) return {};
     if (baseUri.isEmpty() != base.isEmpty()) return targetUri;
     Segments targetRest(targetUri);
     Segments baseRest(baseUri);

@@ -29,7 +29,7 @@ bool toPath(const String& uri, const String& currentFolder, const String& home, 
 /// How to get from the folder `base` to `target`, both platform paths: "../b/c"; "." when they are
 /// the same. Segments are compared exactly, as not every file system ignores case; a path that is
 /// longer than it has to be still leads there. With nothing in common, the absolute URI;
-/// empty for a target that has none.
+/// empty for a target that has none or is empty itself.
 String relative(const String& target, const String& base);
 
 } // namespace KrCore::PathUri

@@ -32,6 +32,7 @@ public:
     int peek(const char*& bytes, int count);
     /// Bytes at the beginning of the file that are no text.
     void setMark(int byteCount) { markLength_ = byteCount; }
+    int getMark() const { return markLength_; }
     /// Passes over bytes that `peek` gave.
     void skip(int byteCount) { usedBytes_ = byteCount; }
 

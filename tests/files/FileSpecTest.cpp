@@ -91,6 +91,8 @@ TEST(FileSpec, RelativePathsAreInTheCurrentFolder) {
     ASSERT_EQ(FileUtils::setCurrentDir(folder.spec()), 0);
     EXPECT_EQ(FileSpec("a%20b").getPath(), (folder / "a b").getPath());
     EXPECT_EQ((folder / "a b").getRelativeURI(), "a%20b");
+    EXPECT_EQ(FileSpec("c\\..\\a b", true).getRelativeURI(), "a%20b");
+    EXPECT_EQ((folder / "x").getRelativeURI(FileSpec("y", true)), "../x");
     EXPECT_TRUE(FileSpec("a b", true).isFile()) << "a relative platform path";
     EXPECT_EQ(FileUtils::setCurrentDir(folder / "a b"), ErrorCode::FileNotFound);
     EXPECT_EQ(FileUtils::getCurrentDir(), folder.spec());

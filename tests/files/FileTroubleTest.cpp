@@ -126,7 +126,7 @@ TEST(FileTrouble, ARefusedTextDoesNotMove) {
     EXPECT_FALSE(file.setEncoding(text(u"UTF-8\0x")));
 }
 
-TEST(FileTrouble, PositionsOfLinesComeCheaply) {
+TEST(FileTrouble, TellsWhereEachLineBegins) {
     const TempFolder folder;
     std::string bytes;
     for (int line = 0; line < 20000; ++line)

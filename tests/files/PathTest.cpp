@@ -154,6 +154,7 @@ TEST(FileUri, FindsTheWay) {
         {"C:\\a\\~", "C:\\a", "./~"},       {"\\a\\c:\\x", "\\a", "./c:/x"},
     };
     EXPECT_EQ(PathUri::relative(String(), String()), ".");
+    EXPECT_EQ(PathUri::relative(String(), "C:\\a"), "") << "not the root";
     EXPECT_EQ(PathUri::relative(text(u"C:\\\xD800"), "C:\\"), "");
     EXPECT_EQ(PathUri::relative("C:\\a", text(u"C:\\\xD800")), "/c/a");
     for (const auto& row : rows) {
