@@ -1,6 +1,7 @@
 #include "live/DynamicPropertyManager.h"
 
 #include "live/PointerWord.h"
+#include "live/reflection/PropServiceInfo.h"
 
 #include <krcore/foundation/ErrorCode.h>
 #include <krcore/live/LivePropertyInfo.h>
@@ -25,6 +26,8 @@ public:
     ~Descriptor() { Heap::operator delete(text_); }
     Descriptor(const Descriptor&) = delete;
     Descriptor& operator=(const Descriptor&) = delete;
+
+    const char* text() const { return text_; }
 
 private:
     char* text_ = nullptr;
@@ -173,6 +176,24 @@ int DynamicPropertyManager::enumerate(SimpleArray& ids, int flags) const {
         if (isListed(findID(static_cast<int>(id))->flags, flags)) ids.append(id);
     }
     return ErrorCode::Ok;
+}
+
+const ServiceInfo* DynamicPropertyManager::getConstructor(int flags) const {
+    const NameInfo* info = findName(String(), false);
+    if (!info || !isVisible(info->flags, flags)) return nullptr;
+    return makeConstructorInfo(info->flags, info->descriptor.text());
+}
+
+const ServiceInfo* DynamicPropertyManager::getServiceInfo(const String& name, int flags) const {
+    const NameInfo* info = name.isEmpty() ? nullptr : findName(name, ignoresCase(flags));
+    if (!info || !isVisible(info->flags, flags)) return nullptr;
+    return new PropServiceInfo(info->id, name, info->flags, info->descriptor.text());
+}
+
+const ServiceInfo* DynamicPropertyManager::getServiceInfo(int id, int flags) const {
+    const IDInfo* info = findID(id);
+    if (!info || !info->hasName || !isVisible(info->flags, flags)) return nullptr;
+    return new PropServiceInfo(id, info->name, info->flags, info->descriptor.text());
 }
 
 } // namespace KrCore

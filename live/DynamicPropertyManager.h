@@ -20,6 +20,9 @@ public:
     int getNameForID(int id, String& name, int flags) const override;
     InfoType getType(int id) const override;
     int enumerate(SimpleArray& ids, int flags) const override;
+    const ServiceInfo* getConstructor(int flags) const override;
+    const ServiceInfo* getServiceInfo(const String& name, int flags) const override;
+    const ServiceInfo* getServiceInfo(int id, int flags) const override;
     const LivePropertyInfo* getTable() const override { return nullptr; }
 
 private:

@@ -51,6 +51,12 @@ int LiveComponent::enumerate(const LiveObject&, SimpleArray& ids, int flags) con
     return propertyManager->enumerate(ids, flags);
 }
 
+const ServiceInfo* LiveComponent::getServiceInfo(const LiveObject&, int id, int flags) const {
+    if (!propertyManager) return nullptr;
+    ScopedLock guard(*propertyManager);
+    return propertyManager->getServiceInfo(id, flags);
+}
+
 int LiveComponent::get(const LiveObject& owner, int id, Variant& result, Error* err) const {
     result.erase();
     return owner.setError(ErrorCode::NotFound, id, err, false);

@@ -46,6 +46,10 @@ LiveObject::~LiveObject() {
     LiveObjectData::end(std::exchange(data_, nullptr));
 }
 
+void LiveObject::endWithObject(Array& content) {
+    if (data_) data_->leftElements = std::move(content);
+}
+
 const void* LiveObject::getAs(int tag) const {
     return const_cast<LiveObject*>(this)->LiveObject::getAs(tag);
 }
@@ -94,10 +98,10 @@ void LiveObject::setObjectID(int id) {
 
 int LiveObject::initialize(const Array&, Error*) { return ErrorCode::Ok; }
 
-const ClassInfo* LiveObject::getClassInfo(int) const { return nullptr; }
-
 void LiveObject::propertyDefsChanged() const {
-    if (data_) ++data_->definitionStamp;
+    if (!data_) return;
+    ++data_->definitionStamp;
+    data_->classInfo.reset();
 }
 
 unsigned LiveObject::getDefinitionStamp() const {

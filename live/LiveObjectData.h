@@ -2,8 +2,11 @@
 
 #include "live/DynamicProperties.h"
 
+#include <krcore/containers/Array.h>
 #include <krcore/containers/SimpleArray.h>
+#include <krcore/foundation/InterfacePtr.h>
 #include <krcore/foundation/Root.h>
+#include <krcore/live/ClassInfo.h>
 #include <krcore/values/Variant.h>
 
 namespace KrCore {
@@ -28,7 +31,9 @@ public:
     bool isAutostoring = false;
     bool isFormingText = false;
     DynamicProperties properties;
-    Variant* value = nullptr; // owned; made when it is asked for
+    InterfacePtr<const ClassInfo> classInfo; // made when it is asked for
+    Variant* value = nullptr;                // owned; made when it is asked for
+    Array leftElements;                      // of an object that is ending
     int objectID = 0;
     unsigned definitionStamp = 0;
     Root* hostData = nullptr;             // borrowed

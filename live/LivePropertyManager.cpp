@@ -48,6 +48,18 @@ int LivePropertyManager::enumerate(SimpleArray& ids, int flags) const {
     return impl_->enumerate(ids, flags);
 }
 
+const ServiceInfo* LivePropertyManager::getConstructor(int flags) const {
+    return impl_->getConstructor(flags);
+}
+
+const ServiceInfo* LivePropertyManager::getServiceInfo(const String& name, int flags) const {
+    return impl_->getServiceInfo(name, flags);
+}
+
+const ServiceInfo* LivePropertyManager::getServiceInfo(int id, int flags) const {
+    return impl_->getServiceInfo(id, flags);
+}
+
 bool LivePropertyManager::hasOperators() const { return impl_->hasOperators(); }
 
 void LivePropertyManager::becomeDynamic() {

@@ -6,6 +6,7 @@
 
 namespace KrCore {
 
+class ServiceInfo;
 class SimpleArray;
 class String;
 struct LivePropertyInfo;
@@ -20,6 +21,9 @@ public:
     virtual int getNameForID(int id, String& name, int flags) const = 0;
     virtual InfoType getType(int id) const = 0;
     virtual int enumerate(SimpleArray& ids, int flags) const = 0;
+    virtual const ServiceInfo* getConstructor(int flags) const = 0;
+    virtual const ServiceInfo* getServiceInfo(const String& name, int flags) const = 0;
+    virtual const ServiceInfo* getServiceInfo(int id, int flags) const = 0;
     /// The static table, or null when the properties are registered ones.
     virtual const LivePropertyInfo* getTable() const = 0;
 

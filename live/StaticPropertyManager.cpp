@@ -1,6 +1,7 @@
 #include "live/StaticPropertyManager.h"
 
 #include "live/NameHash.h"
+#include "live/reflection/PropServiceInfo.h"
 
 #include <krcore/containers/SimpleArray.h>
 #include <krcore/foundation/ErrorCode.h>
@@ -136,6 +137,25 @@ int StaticPropertyManager::enumerate(SimpleArray& ids, int flags) const {
         if (isListed(row->flags, flags)) ids.append(row->id);
     }
     return ErrorCode::Ok;
+}
+
+const ServiceInfo* StaticPropertyManager::getConstructor(int flags) const {
+    for (const LivePropertyInfo* row = table_; row->name; ++row) {
+        if (*row->name == 0 && isVisible(row->flags, flags))
+            return makeConstructorInfo(row->flags, row->descriptor);
+    }
+    return nullptr;
+}
+
+const ServiceInfo* StaticPropertyManager::getServiceInfo(const String& name, int flags) const {
+    const LivePropertyInfo* row = name.isEmpty() ? nullptr : findRow(name, flags);
+    return row ? new PropServiceInfo(row->id, row->name, row->flags, row->descriptor) : nullptr;
+}
+
+const ServiceInfo* StaticPropertyManager::getServiceInfo(int id, int flags) const {
+    const LivePropertyInfo* row = findRow(id);
+    if (!row || !isVisible(row->flags, flags)) return nullptr;
+    return new PropServiceInfo(id, row->name, row->flags, row->descriptor);
 }
 
 } // namespace KrCore

@@ -7,6 +7,7 @@ namespace KrCore {
 
 class Array;
 class LiveObject;
+class ServiceInfo;
 class SimpleArray;
 class Variant;
 
@@ -33,6 +34,10 @@ public:
     virtual bool hasOperators() const;
     /// Appends IDs; those that are listed already are dropped by the owner.
     virtual int enumerate(const LiveObject& owner, SimpleArray& ids, int flags) const;
+
+    /// The record of a property for reflection, with a reference for the caller; null when there is
+    /// none. The base asks the manager.
+    virtual const ServiceInfo* getServiceInfo(const LiveObject& owner, int id, int flags) const;
 
     /// The base of these three knows no property: it records 2 on the owner, empties the result and
     /// returns 2.

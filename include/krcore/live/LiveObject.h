@@ -16,6 +16,7 @@ class CloneSession;
 class LiveComponent;
 class LiveObjectData;
 class LiveProperty;
+class ServiceInfo;
 class SimpleArray;
 class Variant;
 template <class T>
@@ -117,7 +118,10 @@ public:
     /// The kind of an ID; `InfoType::Unknown` when nobody knows it or the object is invalid.
     virtual InfoType getType(int id);
 
-    /// The description of the class for reflection. This class keeps no records: null.
+    /// The description of the class for reflection, with a reference for the caller; null when the
+    /// object is invalid. `flags` is a request with the language that asks. The record is kept for
+    /// the next caller until properties are defined or deleted, or `propertyDefsChanged` is called.
+    /// A class that has more to say returns a record of its own; see `LiveObjectClassInfo`.
     virtual const ClassInfo* getClassInfo(int flags) const;
 
     virtual int get(int id, Variant& result, Error* err) const;
@@ -231,16 +235,26 @@ protected:
     /// after a successful change.
     int invokeAutostore(Error* err);
 
+    /// Whether the object is valid and had memory for its state.
+    bool isUsable() const { return data_ && isValid(); }
+
+    /// For destructors: destroys `content` together with the object's properties, so that a chain
+    /// of objects that hold each other in arrays ends without a stack frame for each. It leaves
+    /// `content` empty.
+    void endWithObject(Array& content);
+
     /// Copies class name, dynamic properties and components into an object that has just been made;
     /// see `clone`.
     int cloneContent(LiveObject& to, bool deep) const;
 
 private:
+    friend class LiveObjectClassInfo;
     LiveProperty* addProperty(const String& name, int id, unsigned flags, unsigned extraFlags);
     int askListenersForName(const String& name, int& id, InfoType& kind, int flags) const;
     int cloneReferences(LiveObject& copy) const;
     int cloneWithin(CloneSession& session, InterfacePtr<LiveObject>& copy) const;
-    bool isUsable() const { return data_ && isValid(); }
+    const ServiceInfo* getDeclaration(const String& name, int id, int flags) const;
+    const ServiceInfo* getDeclaredConstructor(int flags) const;
 
     LiveObjectData* data_ = nullptr; // owned; null when memory was exhausted
     mutable unsigned flags_;

@@ -8,6 +8,7 @@
 namespace KrCore {
 
 class LivePropertyManagerImpl;
+class ServiceInfo;
 class SimpleArray;
 class String;
 struct LivePropertyInfo;
@@ -38,6 +39,14 @@ public:
     /// Appends the IDs of the properties that the request (`RequestFlag`) asks for: a table's in
     /// the order of its rows, registered ones by ascending ID. Returns 0.
     virtual int enumerate(SimpleArray& ids, int flags) const;
+
+    /// The record of the constructor, the first row without a name: a method with ID 0, named after
+    /// the type that its descriptor starts with. Null when the language sees none. These records
+    /// are new ones, with a reference for the caller, and live on without the manager.
+    virtual const ServiceInfo* getConstructor(int flags) const;
+    /// The record of a property that the language sees, else null.
+    virtual const ServiceInfo* getServiceInfo(const String& name, int flags) const;
+    virtual const ServiceInfo* getServiceInfo(int id, int flags) const;
 
     /// Whether any ID lies in the operator range.
     bool hasOperators() const;

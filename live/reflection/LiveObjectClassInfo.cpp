@@ -1,0 +1,105 @@
+#include <krcore/live/LiveObjectClassInfo.h>
+
+#include "live/reflection/LiveObjectServiceInfo.h"
+#include "live/reflection/NameList.h"
+#include "live/reflection/RequestLanguage.h"
+
+#include <krcore/foundation/ErrorCode.h>
+#include <krcore/live/LiveObject.h>
+
+#include <utility>
+
+namespace KrCore {
+
+LiveObjectClassInfo::LiveObjectClassInfo(LiveObject& object, int flags)
+    : ObjectWatcher(object), className_(object.getClassName()), language_(languageOf(flags)) {}
+
+LiveObjectClassInfo::~LiveObjectClassInfo() = default;
+
+int LiveObjectClassInfo::getLanguage() const { return language_; }
+
+bool LiveObjectClassInfo::getName(String& name) const {
+    name = className_;
+    return true;
+}
+
+bool LiveObjectClassInfo::isEnumeration() const {
+    return const_cast<LiveObjectClassInfo*>(this)->getState() == InfoState::Enumeration;
+}
+
+/// The object, when its members are those of the class (`RequestFlag::ClassLevel`) or of its
+/// instances (0), whichever is asked for.
+InterfacePtr<LiveObject> LiveObjectClassInfo::ownerOfMembers(int level) const {
+    const int ownLevel = isEnumeration() ? RequestFlag::ClassLevel : 0;
+    return level == ownLevel ? getObject() : nullptr;
+}
+
+bool LiveObjectClassInfo::enumerate(SimpleArray& ids, int flags) const {
+    const auto object = ownerOfMembers(flags & RequestFlag::ClassLevel);
+    return object && object->enumerate(ids, flags) == ErrorCode::Ok;
+}
+
+bool LiveObjectClassInfo::enumerateNames(SimpleArray& names, int flags) const {
+    SimpleArray ids;
+    if (!enumerate(ids, flags)) return false;
+    const auto object = getObject();
+    for (long long word : ids) {
+        const int id = static_cast<int>(word);
+        String name;
+        int namedID = 0;
+        InfoType kind = InfoType::Unknown;
+        if (!object || object->getNameForID(id, name, flags) != ErrorCode::Ok || name.isEmpty())
+            continue;
+        // A name that leads to another member belongs to that one.
+        if (object->getIDForName(name, namedID, kind, flags) == ErrorCode::Ok && namedID == id)
+            appendName(names, name);
+    }
+    return true;
+}
+
+const ServiceInfo* LiveObjectClassInfo::getServiceInfo(const String& name) const {
+    return makeMember(name, 0);
+}
+
+const ServiceInfo* LiveObjectClassInfo::getServiceInfo(int id) const { return makeMember(id, 0); }
+
+const ServiceInfo* LiveObjectClassInfo::getStaticServiceInfo(const String& name) const {
+    if (name == className_) return makeConstructor();
+    return makeMember(name, RequestFlag::ClassLevel);
+}
+
+const ServiceInfo* LiveObjectClassInfo::getStaticServiceInfo(int id) const {
+    if (id == PropertyID::Constructor) return makeConstructor();
+    return makeMember(id, RequestFlag::ClassLevel);
+}
+
+const ServiceInfo* LiveObjectClassInfo::makeConstructor() const {
+    const auto object = getObject();
+    return object ? object->getDeclaredConstructor(language_) : nullptr;
+}
+
+const ServiceInfo* LiveObjectClassInfo::makeMember(const String& name, int level) const {
+    const auto object = ownerOfMembers(level);
+    int id = 0;
+    InfoType kind = InfoType::Unknown;
+    if (!object || object->getIDForName(name, id, kind, language_) != ErrorCode::Ok) return nullptr;
+    return makeService(*object, name, id, kind);
+}
+
+const ServiceInfo* LiveObjectClassInfo::makeMember(int id, int level) const {
+    const auto object = ownerOfMembers(level);
+    String name;
+    if (!object || object->getNameForID(id, name, language_) != ErrorCode::Ok) return nullptr;
+    const InfoType kind = object->getType(id);
+    return kind == InfoType::Unknown ? nullptr : makeService(*object, name, id, kind);
+}
+
+const ServiceInfo* LiveObjectClassInfo::makeService(LiveObject& object, const String& name, int id,
+                                                    InfoType kind) const {
+    auto declaration =
+        InterfacePtr<const ServiceInfo>::adopt(object.getDeclaration(name, id, language_));
+    const InfoState state = isEnumeration() ? InfoState::Enumeration : InfoState::Ordinary;
+    return new LiveObjectServiceInfo(object, name, id, kind, state, std::move(declaration));
+}
+
+} // namespace KrCore
