@@ -17,6 +17,7 @@ class XML;
 struct ArrayScratch;
 struct EncodeScratch;
 struct NameQuestion;
+struct PrintedArray;
 
 /// The last question to `Time::isDST`.
 struct DaylightAnswer {
@@ -45,6 +46,7 @@ struct Context {
     LiveObjectData* endingObjects = nullptr; ///< Of dead live objects, waiting for their turn.
     bool isEndingObjects = false;
     NameQuestion* nameQuestion = nullptr; ///< The innermost that listeners are asked; on the stack.
+    PrintedArray* printedArray = nullptr; ///< The innermost live array in a text; on the stack.
     XML* defaultNamespace = nullptr;      ///< Of new elements and attributes; one reference.
     XML* currentNamespace = nullptr;      ///< The script engine's; one reference.
     Root* extension = nullptr;            ///< Owned; whatever the host of the context adds.

@@ -1,6 +1,6 @@
 #include <krcore/live/LiveObject.h>
 
-#include "foundation/LockSlots.h"
+#include "live/DrawPropertyID.h"
 #include "live/LiveObjectData.h"
 #include "live/LiveObjectFlags.h"
 
@@ -36,11 +36,7 @@ LiveProperty* LiveObject::findProperty(int id) const {
 }
 
 int LiveObject::createIDForName(const String& name, int& id, int flags) {
-    {
-        // The counter is a plain one, and objects of several threads draw from it.
-        LibraryLock guard(LockSlot::LiveObjects);
-        id = getNextID();
-    }
+    id = drawPropertyID();
     return defineIDForName(name, id, flags);
 }
 

@@ -4,7 +4,7 @@
 #include <krcore/files/FileSpec.h>
 #include <krcore/foundation/Cloneable.h>
 #include <krcore/foundation/InterfacePtr.h>
-#include <krcore/live/LiveObject.h>
+#include <krcore/live/LiveCollection.h>
 #include <krcore/values/JSObject.h>
 #include <krcore/values/Point.h>
 #include <krcore/values/Rect.h>
@@ -263,6 +263,11 @@ LiveCollection* Variant::getLiveCollection() const {
 bool Variant::getAsLiveObject(InterfacePtr<LiveObject>& object) const {
     object = InterfacePtr<LiveObject>(getLiveObject());
     return object.get() != nullptr;
+}
+
+bool Variant::getAsLiveCollection(InterfacePtr<LiveCollection>& collection) const {
+    collection = InterfacePtr<LiveCollection>(getLiveCollection());
+    return collection.get() != nullptr;
 }
 
 JSObject* Variant::getJSObject() const { return dynamic_cast<JSObject*>(getObjectData()); }

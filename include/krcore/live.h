@@ -6,7 +6,9 @@
 #include <krcore/live/ClassInfo.h>
 #include <krcore/live/InfoState.h>
 #include <krcore/live/InfoType.h>
+#include <krcore/live/LiveArray.h>
 #include <krcore/live/LiveBase.h>
+#include <krcore/live/LiveCollection.h>
 #include <krcore/live/LiveComponent.h>
 #include <krcore/live/LiveObject.h>
 #include <krcore/live/LiveObjectClassInfo.h>

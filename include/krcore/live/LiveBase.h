@@ -16,6 +16,9 @@ namespace TypeTag {
 inline constexpr int Object = fourCharCode(" obj");     ///< `LiveObject`: the object itself.
 inline constexpr int Value = fourCharCode(" val");      ///< `Variant`: the object's value.
 inline constexpr int Collection = fourCharCode(" col"); ///< `LiveCollection`: the object itself.
+inline constexpr int Array = fourCharCode(" arr");      ///< `LiveArray`: the object itself.
+inline constexpr int ArrayElements =
+    fourCharCode(" ard"); ///< `Array`: the elements of a `LiveArray`.
 } // namespace TypeTag
 
 /// What live objects and their components share: a reference count, a lock, the property manager of

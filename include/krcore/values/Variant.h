@@ -66,8 +66,7 @@ concept VariantForeignPointer =
 ///   share; copying, comparing, `toString(text)` and the other getters only read. Conversions of a
 ///   live object hold that object's lock while they call it.
 /// - Values of the kind `RegExp` cannot be made yet. Their setters are declared but join the
-/// library
-///   with their class, as `getAsLiveCollection` does.
+///   library with their class.
 class KR_API Variant : public Heap {
 public:
     /// The result of `compare` for values without an order.
