@@ -36,9 +36,10 @@ private:
 } // namespace
 
 struct DynamicPropertyManager::NameInfo : public Root {
-    NameInfo(int propertyID, int rowFlags, const char* text, unsigned number)
-        : id(propertyID), flags(rowFlags), descriptor(text), registration(number) {}
+    NameInfo(const String& rowName, int propertyID, int rowFlags, const char* text, unsigned number)
+        : name(rowName), id(propertyID), flags(rowFlags), descriptor(text), registration(number) {}
 
+    String name;
     int id;
     int flags;
     Descriptor descriptor;
@@ -100,7 +101,7 @@ DynamicPropertyManager::IDInfo& DynamicPropertyManager::requireID(int id, int fl
 void DynamicPropertyManager::registerProperty(const char* name, int id, int flags,
                                               const char* descriptor) {
     const String key(name);
-    auto info = std::make_unique<NameInfo>(id, flags, descriptor, registrations_);
+    auto info = std::make_unique<NameInfo>(key, id, flags, descriptor, registrations_);
     IDInfo& idInfo = requireID(id, flags, descriptor);
     NameInfo* const previous = findName(key, false);
     names_.set(key, wordOf(info.get()), false);
@@ -120,23 +121,20 @@ void DynamicPropertyManager::chooseName(int id) {
     struct Search {
         int id;
         const NameInfo* first;
-        const String* name;
-    } search{id, nullptr, nullptr};
+    } search{id, nullptr};
     names_.forEach(
-        [](const String& name, long long* word, long long context) {
+        [](const String&, long long* word, long long context) {
             const auto* info = pointerOf<NameInfo>(*word);
             auto& found = *pointerOf<Search>(context);
             if (info->id == found.id &&
-                (!found.first || info->registration < found.first->registration)) {
+                (!found.first || info->registration < found.first->registration))
                 found.first = info;
-                found.name = &name;
-            }
             return true;
         },
         wordOf(&search));
     IDInfo& info = *findID(id);
     info.hasName = search.first != nullptr;
-    info.name = search.first ? *search.name : String();
+    info.name = search.first ? search.first->name : String();
 }
 
 void DynamicPropertyManager::registerProperties(const LivePropertyInfo* table) {
@@ -187,7 +185,7 @@ const ServiceInfo* DynamicPropertyManager::getConstructor(int flags) const {
 const ServiceInfo* DynamicPropertyManager::getServiceInfo(const String& name, int flags) const {
     const NameInfo* info = name.isEmpty() ? nullptr : findName(name, ignoresCase(flags));
     if (!info || !isVisible(info->flags, flags)) return nullptr;
-    return new PropServiceInfo(info->id, name, info->flags, info->descriptor.text());
+    return new PropServiceInfo(info->id, info->name, info->flags, info->descriptor.text());
 }
 
 const ServiceInfo* DynamicPropertyManager::getServiceInfo(int id, int flags) const {

@@ -35,7 +35,7 @@ public:
 
     /// How many parameters a method has. Kept: as many as there are commas, or 1 when there is none
     /// but a ":"; of a list that starts with a parameter the last one does not count
-    /// (held by PropertyManagerTest.CountsParametersByTheirCommas).
+    /// (held by Descriptor.CountsParametersByTheirCommas).
     int parameterCount() const;
 
 private:

@@ -98,8 +98,13 @@ const ServiceInfo* LiveObjectClassInfo::makeService(LiveObject& object, const St
                                                     InfoType kind) const {
     auto declaration =
         InterfacePtr<const ServiceInfo>::adopt(object.getDeclaration(name, id, language_));
+    // The name as it is written, for a language that finds it in any case.
+    String ownName;
+    const bool isSpelled =
+        object.getNameForID(id, ownName, language_) == ErrorCode::Ok && ownName.ucmp(name) == 0;
     const InfoState state = isEnumeration() ? InfoState::Enumeration : InfoState::Ordinary;
-    return new LiveObjectServiceInfo(object, name, id, kind, state, std::move(declaration));
+    return new LiveObjectServiceInfo(object, isSpelled ? ownName : name, id, kind, state,
+                                     std::move(declaration));
 }
 
 } // namespace KrCore

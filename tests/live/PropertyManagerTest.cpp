@@ -96,6 +96,50 @@ TEST_P(PropertyManagerTest, ListsWhatIsAskedFor) {
     }
 }
 
+TEST_P(PropertyManagerTest, MakesRecordsOfVisibleRows) {
+    const auto byName = [&](const char* name, int flags) {
+        return InterfacePtr<const ServiceInfo>::adopt(manager.getServiceInfo(name, flags));
+    };
+    const auto byID = [&](int wanted, int flags) {
+        return InterfacePtr<const ServiceInfo>::adopt(manager.getServiceInfo(wanted, flags));
+    };
+    String name;
+    EXPECT_FALSE(byName("SIZE", relaxed)); // of other languages
+    const auto width = byName("WIDTH", relaxed);
+    ASSERT_TRUE(width);
+    EXPECT_TRUE(width->getName(name));
+    EXPECT_EQ(narrow(name), "width");
+    EXPECT_EQ(width->getID(), 1);
+    EXPECT_EQ(width->getType(), InfoType::ReadWrite);
+    EXPECT_EQ(width->getLanguage(), english);
+    EXPECT_EQ(width->getTypeInfo().getDataType(), VariantType::Number);
+    EXPECT_EQ(&width->getTypeInfo2(), &width->getTypeInfo());
+    const auto grosse = byName("grosse", english | french);
+    ASSERT_TRUE(grosse);
+    EXPECT_EQ(grosse->getLanguage(), english);
+    EXPECT_FALSE(byName("grosse", french));
+    EXPECT_FALSE(byName("", english));
+    EXPECT_FALSE(byID(7, french));
+    EXPECT_FALSE(byID(77, english));
+    EXPECT_EQ(byID(3, english)->getType(), InfoType::Method);
+
+    const auto constructor =
+        InterfacePtr<const ServiceInfo>::adopt(manager.getConstructor(english));
+    ASSERT_TRUE(constructor);
+    EXPECT_EQ(constructor->getID(), 0);
+    EXPECT_EQ(constructor->getType(), InfoType::Method);
+    EXPECT_TRUE(constructor->getName(name));
+    EXPECT_EQ(narrow(name), "Thing");
+    EXPECT_EQ(LivePropertyManager().getConstructor(english), nullptr);
+}
+
+TEST(PropertyManagerRecords, LeaveOutAnIDWhoseNameMovedOn) {
+    LivePropertyManager manager;
+    manager.registerProperty("one", 7, 2, nullptr);
+    manager.registerProperty("one", 8, 2, nullptr);
+    EXPECT_EQ(manager.getServiceInfo(7, english), nullptr);
+}
+
 TEST(StaticPropertyManager, LetsTheFirstRowOfAnIDDecide) {
     LivePropertyManager manager(rows);
     int id = 0;
