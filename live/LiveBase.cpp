@@ -80,8 +80,8 @@ int LiveBase::getPropertyText(String& text, int id, bool raw) const {
     return ErrorCode::NotFound;
 }
 
-int LiveBase::setError(int code, int id, Error* err, bool raw) const {
-    if (code == ErrorCode::Ok || !err || err->getError()) return code;
+int LiveBase::recordError(int code, int id, Error* err, bool raw) const {
+    if (!err || err->getError()) return code;
     String text;
     getPropertyText(text, id, raw);
     err->push(code, text, nullptr, true);

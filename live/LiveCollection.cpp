@@ -1,12 +1,12 @@
 #include <krcore/live/LiveCollection.h>
 
+#include "live/ComponentWalk.h"
 #include "live/DrawPropertyID.h"
-#include "live/ScopedLock.h"
+#include "live/LiveObjectData.h"
 
 #include <krcore/containers/SimpleArray.h>
 #include <krcore/foundation/ErrorCode.h>
 #include <krcore/foundation/InterfacePtr.h>
-#include <krcore/live/LiveComponent.h>
 #include <krcore/messages/LiveMessage.h>
 #include <krcore/values/Variant.h>
 
@@ -16,15 +16,24 @@ namespace KrCore {
 
 namespace {
 
-/// The component that keeps the elements, counted and locked while it works.
+/// The component that keeps the elements, if there is one: counted and locked from the moment it
+/// says so until its work is done.
 class ElementKeeper {
 public:
-    explicit ElementKeeper(LiveComponent& component) : component_(&component), lock_(component) {}
-    LiveComponent* operator->() const { return component_.get(); }
+    explicit ElementKeeper(const SimpleArray& components) : walk_(components), found_(search()) {}
+    explicit operator bool() const { return found_; }
+    LiveComponent* operator->() const { return &*walk_; }
 
 private:
-    InterfacePtr<LiveComponent> component_;
-    ScopedLock lock_; // given up before the reference
+    bool search() {
+        while (walk_.next()) {
+            if (walk_->isIndexable()) return true;
+        }
+        return false;
+    }
+
+    ComponentWalk walk_;
+    bool found_;
 };
 
 /// The code of a listener, or `unanswered` when nobody takes the request.
@@ -125,8 +134,7 @@ int LiveCollection::refusal() const {
 int LiveCollection::getLength(unsigned& length) const {
     length = 0;
     if (!isUsable()) return ErrorCode::ObjectInvalid;
-    if (LiveComponent* component = lookupIndexableComponent())
-        return ElementKeeper(*component)->getLength(*this, length);
+    if (ElementKeeper component{data_->components}) return component->getLength(*this, length);
     if (!isListening(MessageID::GetLength)) return ErrorCode::Ok;
     LiveMessage message(*this, MessageID::GetLength, 0, nullptr);
     if (!broadcast(message)) return ErrorCode::Ok;
@@ -137,8 +145,7 @@ int LiveCollection::getLength(unsigned& length) const {
 int LiveCollection::putLength(unsigned length) {
     int code = refusal();
     if (code != ErrorCode::Ok) return code;
-    if (LiveComponent* component = lookupIndexableComponent())
-        code = ElementKeeper(*component)->putLength(*this, length);
+    if (ElementKeeper component{data_->components}) code = component->putLength(*this, length);
     if (isListening(MessageID::PutLength)) {
         LiveMessage message(*this, MessageID::PutLength, idOf(length), nullptr);
         code = ask(*this, message, code);
@@ -150,8 +157,8 @@ int LiveCollection::getByIndex(unsigned index, Variant& result, Error* err) cons
     result.erase();
     int code = ErrorCode::ObjectInvalid;
     if (isUsable()) {
-        if (LiveComponent* component = lookupIndexableComponent()) {
-            code = ElementKeeper(*component)->getByIndex(*this, index, result, err);
+        if (ElementKeeper component{data_->components}) {
+            code = component->getByIndex(*this, index, result, err);
         } else {
             LiveMessage message(*this, MessageID::GetByIndex, idOf(index), err);
             code = ask(*this, message, ErrorCode::OutOfRange);
@@ -164,8 +171,8 @@ int LiveCollection::getByIndex(unsigned index, Variant& result, Error* err) cons
 int LiveCollection::putByIndex(unsigned index, const Variant& value, Error* err) {
     int code = refusal();
     if (code == ErrorCode::Ok) {
-        if (LiveComponent* component = lookupIndexableComponent()) {
-            code = ElementKeeper(*component)->putByIndex(*this, index, value, err);
+        if (ElementKeeper component{data_->components}) {
+            code = component->putByIndex(*this, index, value, err);
         } else {
             LiveMessage message(*this, MessageID::PutByIndex, idOf(index), value, err);
             code = ask(*this, message, ErrorCode::OutOfRange);
@@ -178,8 +185,8 @@ int LiveCollection::putByIndex(unsigned index, const Variant& value, Error* err)
 int LiveCollection::deleteByIndex(unsigned index) {
     int code = refusal();
     if (code != ErrorCode::Ok) return code;
-    if (LiveComponent* component = lookupIndexableComponent()) {
-        code = ElementKeeper(*component)->deleteByIndex(*this, index);
+    if (ElementKeeper component{data_->components}) {
+        code = component->deleteByIndex(*this, index);
     } else if (!isListening(MessageID::PutByIndex)) {
         code = ErrorCode::OutOfRange;
     } else {

@@ -60,22 +60,41 @@ StaticPropertyManager::StaticPropertyManager(const LivePropertyInfo* table)
 
 StaticPropertyManager::~StaticPropertyManager() { Heap::operator delete(slots_); }
 
-/// Open addressing, half full at most. Rows of one name start at the same slot and go in from the
-/// top of the table, so a look-up meets them in the table's order.
+/// Open addressing, half full at most. Rows of one name, and of one ID, start at the same slot and
+/// go in from the top of the table, so a look-up meets them in the table's order.
 void StaticPropertyManager::buildIndex(unsigned rowCount) {
     const std::size_t slotCount = std::bit_ceil(std::size_t(rowCount) * 2);
     slots_ = static_cast<Slot*>(Heap::operator new(slotCount * sizeof(Slot)));
-    std::fill_n(slots_, slotCount, Slot{0, 0});
+    std::fill_n(slots_, slotCount, Slot{0, 0, 0});
     slotMask_ = static_cast<unsigned>(slotCount - 1);
     for (unsigned row = 0; row < rowCount; ++row) {
-        NameHash hash;
-        for (const char* unit = table_[row].name; *unit; ++unit)
-            hash.add(static_cast<unsigned char>(*unit));
-        unsigned position = hash.value() & slotMask_;
-        while (slots_[position].row)
-            position = (position + 1) & slotMask_;
-        slots_[position] = {hash.value(), row + 1};
+        enterName(row);
+        enterID(row);
     }
+}
+
+void StaticPropertyManager::enterName(unsigned row) {
+    NameHash hash;
+    for (const char* unit = table_[row].name; *unit; ++unit)
+        hash.add(static_cast<unsigned char>(*unit));
+    unsigned position = hash.value() & slotMask_;
+    while (slots_[position].rowOfName)
+        position = (position + 1) & slotMask_;
+    slots_[position].nameHash = hash.value();
+    slots_[position].rowOfName = row + 1;
+}
+
+void StaticPropertyManager::enterID(unsigned row) {
+    unsigned position = slotOf(table_[row].id);
+    while (slots_[position].rowOfID)
+        position = (position + 1) & slotMask_;
+    slots_[position].rowOfID = row + 1;
+}
+
+unsigned StaticPropertyManager::slotOf(int id) const {
+    // IDs count up, or differ in their upper bytes when they are four characters.
+    const std::uint32_t mixed = static_cast<std::uint32_t>(id) * 2654435769U;
+    return (mixed ^ (mixed >> 16U)) & slotMask_;
 }
 
 const LivePropertyInfo* StaticPropertyManager::scan(const String& name, int flags) const {
@@ -89,10 +108,10 @@ const LivePropertyInfo* StaticPropertyManager::scan(const String& name, int flag
 const LivePropertyInfo* StaticPropertyManager::findRow(const String& name, int flags) const {
     if (!slots_ || ignoresCase(flags)) return scan(name, flags);
     const std::uint32_t hash = NameHash::of(name);
-    for (unsigned position = hash & slotMask_; slots_[position].row;
+    for (unsigned position = hash & slotMask_; slots_[position].rowOfName;
          position = (position + 1) & slotMask_) {
-        if (slots_[position].hash != hash) continue;
-        const LivePropertyInfo* row = &table_[slots_[position].row - 1];
+        if (slots_[position].nameHash != hash) continue;
+        const LivePropertyInfo* row = &table_[slots_[position].rowOfName - 1];
         if (isVisible(row->flags, flags) && isSame(name, row->name)) return row;
     }
     return nullptr;
@@ -111,6 +130,14 @@ int StaticPropertyManager::getIDForName(const String& name, int& id, InfoType& k
 }
 
 const LivePropertyInfo* StaticPropertyManager::findRow(int id) const {
+    if (slots_) {
+        for (unsigned position = slotOf(id); slots_[position].rowOfID;
+             position = (position + 1) & slotMask_) {
+            const LivePropertyInfo* row = &table_[slots_[position].rowOfID - 1];
+            if (row->id == id) return row;
+        }
+        return nullptr;
+    }
     for (const LivePropertyInfo* row = table_; row->name; ++row) {
         if (row->id == id) return row;
     }

@@ -7,7 +7,7 @@
 namespace KrCore {
 
 /// Answers from a table that the class keeps and does not change. Look-ups scan it from the top;
-/// exact names in a longer table go through an index, which leads to the same row.
+/// exact names and IDs in a longer table go through an index, which leads to the same row.
 class StaticPropertyManager : public LivePropertyManagerImpl {
 public:
     explicit StaticPropertyManager(const LivePropertyInfo* table);
@@ -26,12 +26,17 @@ public:
     const LivePropertyInfo* getTable() const override { return table_; }
 
 private:
+    /// A slot of two indexes at once. Rows count from 1; 0 marks a slot that is free.
     struct Slot {
-        std::uint32_t hash;
-        std::uint32_t row; // 1 for the first; 0 marks a free slot
+        std::uint32_t nameHash;
+        std::uint32_t rowOfName;
+        std::uint32_t rowOfID;
     };
 
     void buildIndex(unsigned rowCount);
+    void enterName(unsigned row);
+    void enterID(unsigned row);
+    unsigned slotOf(int id) const;
     const LivePropertyInfo* findRow(int id) const;
     const LivePropertyInfo* findRow(const String& name, int flags) const;
     const LivePropertyInfo* scan(const String& name, int flags) const;

@@ -112,8 +112,9 @@ void ClassDescription::addMembers(int request, Section& section) {
         if (name == className_) continue;
         const auto member = findMember(name, request);
         if (!member) continue;
-        if (isCommonToAll(name, isDescribedAsMethod(member->getType(), request))) continue;
-        const auto element = describeMember(*member, request);
+        const InfoType kind = member->getType();
+        if (isCommonToAll(name, isDescribedAsMethod(kind, request))) continue;
+        const auto element = describeMember(*member, kind, request);
         if (!element) return;
         section.add(*element);
     }
@@ -127,8 +128,8 @@ InterfacePtr<const ServiceInfo> ClassDescription::findMember(const String& name,
 }
 
 /// What is a property and can also be called has its element in either pass.
-InterfacePtr<XML> ClassDescription::describeMember(const ServiceInfo& member, int request) const {
-    const InfoType kind = member.getType();
+InterfacePtr<XML> ClassDescription::describeMember(const ServiceInfo& member, InfoType kind,
+                                                   int request) const {
     if (kind != InfoType::CallableReadWrite && kind != InfoType::CallableReadOnly)
         return writer_.service(member);
     return writer_.service(member,

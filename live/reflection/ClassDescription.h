@@ -2,6 +2,8 @@
 
 #include "live/reflection/DescriptionWriter.h"
 
+#include <krcore/live/InfoType.h>
+
 namespace KrCore {
 
 class ClassInfo;
@@ -22,7 +24,7 @@ private:
     /// One pass over the names that `request` lists.
     void addMembers(int request, Section& section);
     InterfacePtr<const ServiceInfo> findMember(const String& name, int request) const;
-    InterfacePtr<XML> describeMember(const ServiceInfo& member, int request) const;
+    InterfacePtr<XML> describeMember(const ServiceInfo& member, InfoType kind, int request) const;
 
     const ClassInfo& info_;
     String className_;

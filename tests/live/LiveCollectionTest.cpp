@@ -181,6 +181,24 @@ TEST_F(LiveCollectionTest, LetsAComponentDetachItselfWhileItReads) {
     EXPECT_EQ(list->getByIndex(0, value, nullptr), 41);
 }
 
+TEST_F(LiveCollectionTest, LetsAComponentDetachItselfWhenItIsChosen) {
+    struct Fleeing : Shelf {
+        bool isIndexable() const override {
+            owner->removeComponent(const_cast<Fleeing&>(*this));
+            return true;
+        }
+        LiveCollection* owner = nullptr;
+    };
+    auto shelf = make<Fleeing>();
+    shelf->owner = list.get();
+    shelf->elements = {"kept"};
+    list->addComponent(*shelf);
+    shelf.reset();
+    EXPECT_EQ(list->getByIndex(0, value, nullptr), 0);
+    EXPECT_EQ(narrow(value.getString()), "kept");
+    EXPECT_EQ(Gadget::living, 0);
+}
+
 TEST_F(LiveCollectionTest, AsksListenersForElements) {
     std::vector<int> asked;
     int code = 0;

@@ -54,7 +54,9 @@ public:
 
     /// Records a failure and returns `code`. Nothing is recorded for code 0, without an `err`, or
     /// when an error is there already: the first one stays.
-    int setError(int code, int id, Error* err, bool raw) const;
+    int setError(int code, int id, Error* err, bool raw) const {
+        return code == 0 ? code : recordError(code, id, err, raw);
+    }
 
 protected:
     LiveBase();
@@ -65,6 +67,8 @@ protected:
     LivePropertyManager* propertyManager = nullptr;
 
 private:
+    int recordError(int code, int id, Error* err, bool raw) const;
+
     bool valid_ = true;
 };
 

@@ -249,6 +249,7 @@ protected:
 
 private:
     friend class LiveObjectClassInfo;
+    friend class LiveCollection;
     LiveProperty* addProperty(const String& name, int id, unsigned flags, unsigned extraFlags);
     int askListenersForName(const String& name, int& id, InfoType& kind, int flags) const;
     int cloneReferences(LiveObject& copy) const;
