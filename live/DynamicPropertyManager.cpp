@@ -43,16 +43,29 @@ struct DynamicPropertyManager::NameInfo : public Root {
     int id;
     int flags;
     Descriptor descriptor;
-    unsigned registration; // the place in the order of registrations
+    unsigned registration;        // the place in the order of registrations
+    NameInfo* nextOfID = nullptr; // the name of the same ID that was registered next
 };
 
 struct DynamicPropertyManager::IDInfo : public Root {
     IDInfo(int rowFlags, const char* text) : flags(rowFlags), descriptor(text) {}
 
+    void addName(NameInfo& info) {
+        (lastName ? lastName->nextOfID : firstName) = &info;
+        lastName = &info;
+    }
+    void removeName(const NameInfo& info) {
+        NameInfo* before = nullptr;
+        for (NameInfo* name = firstName; name != &info; name = name->nextOfID)
+            before = name;
+        (before ? before->nextOfID : firstName) = info.nextOfID;
+        if (lastName == &info) lastName = before;
+    }
+
     int flags;
     Descriptor descriptor;
-    bool hasName = false;
-    String name; // the one registered first that still leads here
+    NameInfo* firstName = nullptr; // null when all its names have moved to other IDs
+    NameInfo* lastName = nullptr;
 };
 
 DynamicPropertyManager::DynamicPropertyManager() = default;
@@ -68,73 +81,75 @@ DynamicPropertyManager::~DynamicPropertyManager() {
         delete pointerOf<IDInfo>(ids_.find(id));
 }
 
-DynamicPropertyManager::NameInfo* DynamicPropertyManager::findName(const String& name,
-                                                                   bool ignoreCase) const {
-    return pointerOf<NameInfo>(names_.find(name, ignoreCase));
+/// The row of a name, if the language sees it. Of spellings that differ in case, any that it sees
+/// will do: the table's first one, else the one registered first.
+const DynamicPropertyManager::NameInfo* DynamicPropertyManager::findRow(const String& name,
+                                                                        int request) const {
+    const bool ignoreCase = ignoresCase(request);
+    const NameInfo* info = pointerOf<NameInfo>(names_.find(name, ignoreCase));
+    if (!info || isVisible(info->flags, request)) return info;
+    return ignoreCase ? findOtherSpelling(name, request) : nullptr;
+}
+
+const DynamicPropertyManager::NameInfo*
+DynamicPropertyManager::findOtherSpelling(const String& name, int request) const {
+    SimpleArray rows;
+    names_.getData(rows);
+    const NameInfo* first = nullptr;
+    for (long long word : rows) {
+        const auto* info = pointerOf<NameInfo>(word);
+        const bool isEarlier = !first || info->registration < first->registration;
+        if (isEarlier && isVisible(info->flags, request) && info->name.ucmp(name) == 0)
+            first = info;
+    }
+    return first;
 }
 
 DynamicPropertyManager::IDInfo* DynamicPropertyManager::findID(int id) const {
     return pointerOf<IDInfo>(ids_.find(id));
 }
 
-DynamicPropertyManager::IDInfo& DynamicPropertyManager::requireID(int id, int flags,
-                                                                  const char* descriptor) {
-    if (IDInfo* known = findID(id)) {
-        known->flags |= flags & PropertyFlag::LanguageMask;
-        return *known;
-    }
-    auto info = std::make_unique<IDInfo>(flags, descriptor);
+void DynamicPropertyManager::enterID(int id, IDInfo& info) {
     int position = sortedIDs_.length();
-    const SimpleArray& sorted = sortedIDs_;
-    while (position > 0 && sorted[position - 1] > id)
+    while (position > 0 && sortedIDs_.getData()[position - 1] > id)
         --position;
     sortedIDs_.insert(id, position);
     try {
-        ids_.set(id, wordOf(info.get()));
+        ids_.set(id, wordOf(&info));
     } catch (...) {
         sortedIDs_.removeAt(position);
         throw;
     }
-    return *info.release();
+}
+
+void DynamicPropertyManager::leaveID(int id) {
+    ids_.remove(id);
+    sortedIDs_.remove(id);
 }
 
 void DynamicPropertyManager::registerProperty(const char* name, int id, int flags,
                                               const char* descriptor) {
     const String key(name);
     auto info = std::make_unique<NameInfo>(key, id, flags, descriptor, registrations_);
-    IDInfo& idInfo = requireID(id, flags, descriptor);
-    NameInfo* const previous = findName(key, false);
-    names_.set(key, wordOf(info.get()), false);
-    info.release();
-    const std::unique_ptr<NameInfo> replaced(previous); // only now: the table let go of it
+    std::unique_ptr<IDInfo> newID;
+    if (!findID(id)) newID = std::make_unique<IDInfo>(flags, descriptor);
+    NameInfo* const previous = pointerOf<NameInfo>(names_.find(key, false));
+    if (newID) enterID(id, *newID);
+    try {
+        names_.set(key, wordOf(info.get()), false);
+    } catch (...) {
+        if (newID) leaveID(id);
+        throw;
+    }
+    // Nothing can fail any more.
+    newID.release();
+    IDInfo& idInfo = *findID(id);
+    idInfo.flags |= flags & PropertyFlag::LanguageMask;
+    idInfo.addName(*info.release());
+    if (previous) findID(previous->id)->removeName(*previous);
+    delete previous;
     ++registrations_;
     noteID(id);
-    if (!idInfo.hasName) {
-        idInfo.hasName = true;
-        idInfo.name = key;
-    }
-    if (replaced) chooseName(replaced->id);
-}
-
-/// Finds the name for an ID anew, after one of its names was registered again.
-void DynamicPropertyManager::chooseName(int id) {
-    struct Search {
-        int id;
-        const NameInfo* first;
-    } search{id, nullptr};
-    names_.forEach(
-        [](const String&, long long* word, long long context) {
-            const auto* info = pointerOf<NameInfo>(*word);
-            auto& found = *pointerOf<Search>(context);
-            if (info->id == found.id &&
-                (!found.first || info->registration < found.first->registration))
-                found.first = info;
-            return true;
-        },
-        wordOf(&search));
-    IDInfo& info = *findID(id);
-    info.hasName = search.first != nullptr;
-    info.name = search.first ? search.first->name : String();
 }
 
 void DynamicPropertyManager::registerProperties(const LivePropertyInfo* table) {
@@ -147,8 +162,8 @@ int DynamicPropertyManager::getIDForName(const String& name, int& id, InfoType& 
     id = 0;
     kind = InfoType::Unknown;
     if (name.isEmpty()) return ErrorCode::NotFound;
-    const NameInfo* info = findName(name, ignoresCase(flags));
-    if (!info || !isVisible(info->flags, flags)) return ErrorCode::NotFound;
+    const NameInfo* info = findRow(name, flags);
+    if (!info) return ErrorCode::NotFound;
     id = info->id;
     kind = kindOf(info->flags);
     return ErrorCode::Ok;
@@ -156,11 +171,11 @@ int DynamicPropertyManager::getIDForName(const String& name, int& id, InfoType& 
 
 int DynamicPropertyManager::getNameForID(int id, String& name, int flags) const {
     const IDInfo* info = findID(id);
-    if (!info || !info->hasName || !isVisible(info->flags, flags)) {
+    if (!info || !info->firstName || !isVisible(info->flags, flags)) {
         name.erase();
         return ErrorCode::NotFound;
     }
-    name = info->name;
+    name = info->firstName->name;
     return ErrorCode::Ok;
 }
 
@@ -177,21 +192,21 @@ int DynamicPropertyManager::enumerate(SimpleArray& ids, int flags) const {
 }
 
 const ServiceInfo* DynamicPropertyManager::getConstructor(int flags) const {
-    const NameInfo* info = findName(String(), false);
-    if (!info || !isVisible(info->flags, flags)) return nullptr;
+    const NameInfo* info = findRow(String(), flags);
+    if (!info) return nullptr;
     return makeConstructorInfo(info->flags, info->descriptor.text());
 }
 
 const ServiceInfo* DynamicPropertyManager::getServiceInfo(const String& name, int flags) const {
-    const NameInfo* info = name.isEmpty() ? nullptr : findName(name, ignoresCase(flags));
-    if (!info || !isVisible(info->flags, flags)) return nullptr;
+    const NameInfo* info = name.isEmpty() ? nullptr : findRow(name, flags);
+    if (!info) return nullptr;
     return new PropServiceInfo(info->id, info->name, info->flags, info->descriptor.text());
 }
 
 const ServiceInfo* DynamicPropertyManager::getServiceInfo(int id, int flags) const {
     const IDInfo* info = findID(id);
-    if (!info || !info->hasName || !isVisible(info->flags, flags)) return nullptr;
-    return new PropServiceInfo(id, info->name, info->flags, info->descriptor.text());
+    if (!info || !info->firstName || !isVisible(info->flags, flags)) return nullptr;
+    return new PropServiceInfo(id, info->firstName->name, info->flags, info->descriptor.text());
 }
 
 } // namespace KrCore

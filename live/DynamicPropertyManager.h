@@ -29,10 +29,11 @@ private:
     struct NameInfo;
     struct IDInfo;
 
-    NameInfo* findName(const String& name, bool ignoreCase) const;
+    const NameInfo* findRow(const String& name, int request) const;
+    const NameInfo* findOtherSpelling(const String& name, int request) const;
     IDInfo* findID(int id) const;
-    IDInfo& requireID(int id, int flags, const char* descriptor);
-    void chooseName(int id);
+    void enterID(int id, IDInfo& info);
+    void leaveID(int id);
 
     HashTable names_;       // to owned NameInfo*
     SparseArray ids_;       // to owned IDInfo*

@@ -8,8 +8,8 @@ namespace KrCore {
 namespace {
 
 constexpr unsigned longestPrinted = 1000;
-constexpr int maxPrintedElements = 65536;
-constexpr int maxPrintedDepth = 100;
+constexpr int maxPrintedElements = 4194304;
+constexpr int maxPrintedDepth = 512;
 constexpr const char* cutOffText = "[too many elements]";
 
 } // namespace
@@ -68,11 +68,11 @@ int LiveArray::toString(String& result) const {
         return ErrorCode::Ok;
     }
     if (askOwnMethod(result)) return ErrorCode::Ok;
-    if (!isUsable()) {
+    if (isUsable()) {
+        printElements(printing, result);
+    } else {
         result = "[Invalid Object]";
-        return ErrorCode::ObjectInvalid;
     }
-    printElements(printing, result);
     return ErrorCode::Ok;
 }
 

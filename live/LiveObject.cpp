@@ -42,7 +42,7 @@ LiveObject::LiveObject(const char* className, bool dynamic)
 
 LiveObject::~LiveObject() {
     setAutostore(nullptr, 0);
-    // What dies with the properties may still call this object, and finds it invalid.
+    // What dies with the properties may still call this class, and finds the object invalid.
     LiveObjectData::end(std::exchange(data_, nullptr));
 }
 

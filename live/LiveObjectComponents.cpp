@@ -8,6 +8,15 @@
 
 namespace KrCore {
 
+namespace {
+
+/// Null for a component that has detached itself while it was asked: it may be gone next.
+LiveComponent* attachedOnly(const LiveObjectData& data, LiveComponent& component) {
+    return data.components.indexOf(wordOf(&component)) >= 0 ? &component : nullptr;
+}
+
+} // namespace
+
 int LiveObject::addComponent(LiveComponent& component) {
     if (!data_) return ErrorCode::ObjectInvalid;
     if (data_->components.indexOf(wordOf(&component)) >= 0) return ErrorCode::Ok;
@@ -29,7 +38,8 @@ LiveComponent* LiveObject::getComponent(int id, const LiveComponent* after) cons
     if (!data_) return nullptr;
     bool isBehind = after == nullptr;
     for (ComponentWalk walk(data_->components); walk.next();) {
-        if (isBehind && walk->getType(*this, id) != InfoType::Unknown) return &*walk;
+        if (isBehind && walk->getType(*this, id) != InfoType::Unknown)
+            return attachedOnly(*data_, *walk);
         if (&*walk == after) isBehind = true;
     }
     return nullptr;
@@ -40,7 +50,7 @@ LiveComponent* LiveObject::lookupComponent(int id) const { return getComponent(i
 LiveComponent* LiveObject::lookupIndexableComponent() const {
     if (!data_) return nullptr;
     for (ComponentWalk walk(data_->components); walk.next();) {
-        if (walk->isIndexable()) return &*walk;
+        if (walk->isIndexable()) return attachedOnly(*data_, *walk);
     }
     return nullptr;
 }

@@ -46,15 +46,20 @@ int LiveProperty::get(Variant& value) const {
 
 int LiveProperty::put(const Variant& value) {
     if ((flags_ & notWrittenBit) && !has(PropertyFlag::WriteOnce)) return ErrorCode::ReadOnly;
+    Variant content(value); // what may fail comes before the one write is used up
     // Kept: even a read-only property takes one write, its initialisation
     // (held by LiveObjectTest.AllowsOneWriteToReadOnlyProperties).
     flags_ &= ~static_cast<unsigned>(PropertyFlag::WriteOnce);
-    setValue(value);
+    takeValue(content);
     return ErrorCode::Ok;
 }
 
 void LiveProperty::setValue(const Variant& value) {
     Variant content(value);
+    takeValue(content);
+}
+
+void LiveProperty::takeValue(Variant& content) {
     // The old value goes last: a host's object that goes with it may take this record along.
     const Variant previous(std::move(value_));
     value_ = std::move(content);

@@ -42,7 +42,7 @@ int LivePropertyManager::getNameForID(int id, String& name, int flags) const {
     return impl_->getNameForID(id, name, flags);
 }
 
-InfoType LivePropertyManager::getType(int id) const { return impl_->getType(id); }
+InfoType LivePropertyManager::getType(int id) { return impl_->getType(id); }
 
 int LivePropertyManager::enumerate(SimpleArray& ids, int flags) const {
     return impl_->enumerate(ids, flags);

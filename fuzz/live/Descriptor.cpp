@@ -51,9 +51,7 @@ struct Spelled {
                isSame(minimum, other.minimum) && isSame(maximum, other.maximum) &&
                hasValue == other.hasValue && isSame(value, other.value);
     }
-    bool saysNothing() const {
-        return type == TypeInfo::any && !isCollection && !hasRange && !hasValue;
-    }
+    bool saysNothing() const { return type == anyType && !isCollection && !hasRange && !hasValue; }
 
     String className;
     double minimum = 0;

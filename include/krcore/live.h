@@ -15,7 +15,6 @@
 #include <krcore/live/LiveProperty.h>
 #include <krcore/live/LivePropertyInfo.h>
 #include <krcore/live/LivePropertyManager.h>
-#include <krcore/live/ObjectWatcher.h>
 #include <krcore/live/ParamInfo.h>
 #include <krcore/live/PropertyFlags.h>
 #include <krcore/live/PropertyID.h>

@@ -5,8 +5,8 @@ namespace KrCore {
 AnyTypeInfo::~AnyTypeInfo() = default;
 
 const TypeInfo& AnyTypeInfo::instance() {
-    static const AnyTypeInfo any;
-    return any;
+    static const AnyTypeInfo instance;
+    return instance;
 }
 
 } // namespace KrCore

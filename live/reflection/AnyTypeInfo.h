@@ -8,7 +8,7 @@ namespace KrCore {
 class AnyTypeInfo : public TypeInfo {
 public:
     ~AnyTypeInfo() override;
-    VariantType getDataType() const override { return any; }
+    VariantType getDataType() const override { return anyType; }
 
     /// One for all who need it.
     static const TypeInfo& instance();

@@ -1,9 +1,5 @@
 #include "live/reflection/DescriptorText.h"
 
-#include <krcore/live/TypeInfo.h>
-
-#include <utility>
-
 namespace KrCore {
 
 namespace {
@@ -43,9 +39,9 @@ DescribedField undescribedService() { return readServiceField(UnitSpan()); }
 } // namespace
 
 DescribedField DescribedField::read(UnitSpan text, int index) {
-    const bool skipsNoType = startsWithParameter(text);
-    if (index < 0) return skipsNoType ? undescribedService() : readServiceField(text.split(','));
-    if (!skipsNoType) text.split(',');
+    const bool hasOwnType = !startsWithParameter(text);
+    if (index < 0) return hasOwnType ? readServiceField(text.split(',')) : undescribedService();
+    if (hasOwnType) text.split(',');
     for (int skipped = 0; skipped < index && !text.isEmpty(); ++skipped)
         text.split(',');
     return readParameterField(text.split(','), index);
@@ -61,7 +57,8 @@ DescriptorText::DescriptorText(const String& text)
 }
 
 DescribedField DescriptorText::readService() const {
-    return DescribedField::read(UnitSpan(text_), -1);
+    return startsWithParameter_ ? undescribedService()
+                                : readServiceField(UnitSpan(text_).split(','));
 }
 
 DescribedField DescriptorText::readParameter(int index) const {
@@ -74,16 +71,6 @@ DescribedField DescriptorText::readParameter(int index) const {
 int DescriptorText::parameterCount() const {
     if (commas_.length() > 0) return commas_.length();
     return startsWithParameter_ ? 1 : 0;
-}
-
-TypeInfo* TypeInfo::parse(const String& text, int index, String* name, String* shortDesc,
-                          String* longDesc, TypeInfo** second) {
-    DescribedField field = DescribedField::read(UnitSpan(text), index);
-    if (name) *name = std::move(field.name);
-    if (shortDesc) *shortDesc = std::move(field.shortDescription);
-    if (longDesc) *longDesc = std::move(field.longDescription);
-    if (second) *second = field.secondType.release();
-    return field.type.release();
 }
 
 } // namespace KrCore

@@ -12,7 +12,7 @@
 namespace KrCore {
 
 LiveObjectClassInfo::LiveObjectClassInfo(LiveObject& object, int flags)
-    : ObjectWatcher(object), className_(object.getClassName()), language_(languageOf(flags)) {}
+    : object_(&object), className_(object.getClassName()), language_(languageOf(flags)) {}
 
 LiveObjectClassInfo::~LiveObjectClassInfo() = default;
 
@@ -42,18 +42,7 @@ bool LiveObjectClassInfo::enumerate(SimpleArray& ids, int flags) const {
 bool LiveObjectClassInfo::enumerateNames(SimpleArray& names, int flags) const {
     SimpleArray ids;
     if (!enumerate(ids, flags)) return false;
-    const auto object = getObject();
-    for (long long word : ids) {
-        const int id = static_cast<int>(word);
-        String name;
-        int namedID = 0;
-        InfoType kind = InfoType::Unknown;
-        if (!object || object->getNameForID(id, name, flags) != ErrorCode::Ok || name.isEmpty())
-            continue;
-        // A name that leads to another member belongs to that one.
-        if (object->getIDForName(name, namedID, kind, flags) == ErrorCode::Ok && namedID == id)
-            appendName(names, name);
-    }
+    if (const auto object = getObject()) appendNames(names, ids, *object, flags);
     return true;
 }
 
@@ -75,7 +64,15 @@ const ServiceInfo* LiveObjectClassInfo::getStaticServiceInfo(int id) const {
 
 const ServiceInfo* LiveObjectClassInfo::makeConstructor() const {
     const auto object = getObject();
-    return object ? object->getDeclaredConstructor(language_) : nullptr;
+    if (!object) return nullptr;
+    auto declaration =
+        InterfacePtr<const ServiceInfo>::adopt(object->getDeclaredConstructor(language_));
+    String name;
+    if (!declaration || declaration->getName(name)) return declaration.detach();
+    // Its descriptor names no class.
+    const int id = declaration->getID();
+    return new LiveObjectServiceInfo(*object, className_, id, InfoType::Method, InfoState::Ordinary,
+                                     std::move(declaration));
 }
 
 const ServiceInfo* LiveObjectClassInfo::makeMember(const String& name, int level) const {

@@ -2,8 +2,6 @@
 
 #include "live/reflection/LiveObjectParamInfo.h"
 
-#include <krcore/live/LiveObject.h>
-
 #include <utility>
 
 namespace KrCore {
@@ -11,8 +9,7 @@ namespace KrCore {
 LiveObjectServiceInfo::LiveObjectServiceInfo(LiveObject& object, const String& name, int id,
                                              InfoType kind, InfoState state,
                                              InterfacePtr<const ServiceInfo> declaration)
-    : ObjectWatcher(object), name_(name), id_(id), kind_(kind), state_(state),
-      declaration_(std::move(declaration)) {
+    : name_(name), id_(id), kind_(kind), state_(state), declaration_(std::move(declaration)) {
     if (!declaration_) valueType_ = std::make_unique<LiveObjectTypeInfo>(object, id);
 }
 
@@ -38,8 +35,7 @@ bool LiveObjectServiceInfo::getDescription(bool longText, String& text) const {
 }
 
 InfoType LiveObjectServiceInfo::getType() const {
-    const auto object = getObject();
-    const InfoType kind = object ? object->getType(id_) : InfoType::Unknown;
+    const InfoType kind = valueType_ ? valueType_->getKind() : kind_;
     return kind == InfoType::Unknown ? kind_ : kind;
 }
 

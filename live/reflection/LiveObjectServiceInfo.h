@@ -12,7 +12,7 @@ namespace KrCore {
 /// A property or method as one live object offers it. Name and kind are the object's; types,
 /// descriptions and parameters come from the declaration, if somebody declares it, else the type is
 /// that of the value.
-class LiveObjectServiceInfo : public ServiceInfo, public ObjectWatcher {
+class LiveObjectServiceInfo : public ServiceInfo {
 public:
     /// A member of an enumeration is one itself; else the declaration says the state.
     LiveObjectServiceInfo(LiveObject& object, const String& name, int id, InfoType kind,
@@ -23,7 +23,8 @@ public:
     bool getName(String& name) const override;
     bool getDescription(bool longText, String& text) const override;
     int getID() const override { return id_; }
-    /// What the object says now; when it is gone, what it said when the record was made.
+    /// Of what nobody declares, what the object says now; otherwise, and when it is gone, what it
+    /// said when the record was made.
     InfoType getType() const override;
     const TypeInfo& getTypeInfo() const override;
     const TypeInfo& getTypeInfo2() const override;

@@ -14,7 +14,6 @@ public:
     PropServiceInfo(int id, const String& name, int flags, const char* descriptor);
 
     int getLanguage() const override;
-    InfoState getState() override { return state_; }
     bool getName(String& name) const override;
     bool getDescription(bool longText, String& text) const override;
     int getID() const override { return id_; }
@@ -30,7 +29,6 @@ protected:
 private:
     DescriptorText descriptor_;
     DescribedField service_;
-    InfoState state_ = InfoState::Ordinary;
     int id_;
     int flags_;
 };

@@ -37,16 +37,7 @@ bool PropertyManagerClassInfo::enumerateNames(SimpleArray& names, int flags) con
     SimpleArray ids;
     if (!enumerate(ids, flags)) return false;
     ScopedLock guard(manager_);
-    for (long long word : ids) {
-        const int id = static_cast<int>(word);
-        String name;
-        int namedID = 0;
-        InfoType kind = InfoType::Unknown;
-        // The constructor has no name of its own, and a name may lead to another row.
-        if (manager_.getNameForID(id, name, flags) == ErrorCode::Ok &&
-            manager_.getIDForName(name, namedID, kind, flags) == ErrorCode::Ok && namedID == id)
-            appendName(names, name);
-    }
+    appendNames(names, ids, manager_, flags);
     return true;
 }
 

@@ -16,7 +16,7 @@ constexpr TypeName typeNames[] = {
     {"bool", VariantType::Bool},           {"number", VariantType::Number},
     {"int", VariantType::Number},          {"uint", VariantType::Number},
     {"string", VariantType::String},       {"object", VariantType::Object},
-    {"Object", VariantType::Object},       {"any", TypeInfo::any},
+    {"Object", VariantType::Object},       {"any", anyType},
 };
 
 // What may follow a number makes it NaN.

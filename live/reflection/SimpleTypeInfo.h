@@ -27,7 +27,7 @@ private:
     double readBound(UnitSpan text);
     void readDefault(UnitSpan text);
 
-    VariantType type_ = any;
+    VariantType type_ = anyType;
     String dataClass_;
     double minimum_ = std::numeric_limits<double>::infinity();
     double maximum_ = std::numeric_limits<double>::infinity();

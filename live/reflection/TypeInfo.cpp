@@ -1,9 +1,12 @@
 #include <krcore/live/TypeInfo.h>
 
+#include "live/reflection/DescriptorText.h"
+
 #include <krcore/text/String.h>
 #include <krcore/values/Variant.h>
 
 #include <limits>
+#include <utility>
 
 namespace KrCore {
 
@@ -41,9 +44,19 @@ const char* TypeInfo::convertDataTypeToString(VariantType type) {
                                             "Object",    "Object", "point",    "rect",   "array",
                                             "filespec",  "regexp", "unitvalue"};
     constexpr int nameCount = sizeof names / sizeof *names;
-    if (type == any) return "any";
+    if (type == anyType) return "any";
     const int index = static_cast<int>(type);
     return index >= 0 && index < nameCount ? names[index] : "unknown";
+}
+
+TypeInfo* TypeInfo::parse(const String& text, int index, String* name, String* shortDesc,
+                          String* longDesc, TypeInfo** second) {
+    DescribedField field = DescribedField::read(UnitSpan(text), index);
+    if (name) *name = std::move(field.name);
+    if (shortDesc) *shortDesc = std::move(field.shortDescription);
+    if (longDesc) *longDesc = std::move(field.longDescription);
+    if (second) *second = field.secondType.release();
+    return field.type.release();
 }
 
 } // namespace KrCore

@@ -79,11 +79,11 @@ TEST(Descriptor, NamesTypes) {
         {"string", VariantType::String, "string"},
         {"object", VariantType::Object, "Object"},
         {"Object", VariantType::Object, "Object"},
-        {"any", TypeInfo::any, "any"},
+        {"any", anyType, "any"},
         {"Number", VariantType::Object, "Number"},
         {"\xC4pfel", VariantType::Object, "\xC4pfel"},
-        {"null", TypeInfo::any, "any"},
-        {"_Private", TypeInfo::any, "any"},
+        {"null", anyType, "any"},
+        {"_Private", anyType, "any"},
     };
     for (const auto& row : cases) {
         SCOPED_TRACE(row.name);

@@ -133,6 +133,20 @@ TEST_P(PropertyManagerTest, MakesRecordsOfVisibleRows) {
     EXPECT_EQ(LivePropertyManager().getConstructor(english), nullptr);
 }
 
+TEST_P(PropertyManagerTest, PassesOverSpellingsThatTheLanguageDoesNotSee) {
+    constexpr LivePropertyInfo spellings[] = {{"Depth", 30, 2 | french, nullptr},
+                                              {"depth", 31, 2, nullptr},
+                                              {"DEPTH", 32, 2, nullptr},
+                                              {nullptr, 0, 0, nullptr}};
+    LivePropertyManager fixed(spellings), growing;
+    growing.registerProperties(spellings);
+    LivePropertyManager& tested = GetParam() ? growing : fixed;
+    for (const char* name : {"Depth", "DePtH"}) {
+        EXPECT_EQ(tested.getIDForName(name, id, kind, relaxed), 0);
+        EXPECT_NE(id, 30);
+    }
+}
+
 TEST(PropertyManagerRecords, LeaveOutAnIDWhoseNameMovedOn) {
     LivePropertyManager manager;
     manager.registerProperty("one", 7, 2, nullptr);
@@ -210,6 +224,22 @@ TEST(DynamicPropertyManager, KeepsTheTableItWasMadeOver) {
     EXPECT_FALSE(manager.hasOperators());
     manager.registerProperty(LivePropertyInfo{"~", 0x1FF10100, 5, nullptr});
     EXPECT_TRUE(manager.hasOperators());
+}
+
+TEST(LivePropertyManager, RegistersWholeRowsOrNone) {
+    LivePropertyManager manager;
+    manager.registerProperty("seen by all", 1, 2, nullptr);
+    String name;
+    for (int allowed = 0; manager.getNameForID(2, name, french) != 0; ++allowed) {
+        EXPECT_EQ(manager.getType(2), InfoType::Unknown);
+        EXPECT_EQ(manager.getNameForID(1, name, english), 0);
+        const FailingScope shortOfMemory(allowed, Shortage::Passing);
+        try {
+            manager.registerProperty("new", 2, 2, nullptr);
+            manager.registerProperty("vu", 1, 2 | french, nullptr);
+        } catch (const OutOfMemory&) {
+        }
+    }
 }
 
 TEST(LivePropertyManager, GivesEverythingBackWhenMemoryRunsOut) {

@@ -81,6 +81,29 @@ TEST(ClassDescription, ShowsEverythingThatATableDeclares) {
     XML::setDefaultNamespaceURI(former);
 }
 
+TEST(ClassDescription, NamesEachMemberOnceAndByTheKindOfItsName) {
+    constexpr LivePropertyInfo rows[] = {{"", 0, 5, "undefined,a:int"},
+                                         {"largeur", 1, 1 | 0x20000, nullptr},
+                                         {"color", 2, 2, "string"},
+                                         {"colour", 2, 2, "string"},
+                                         {nullptr, 0, 0, nullptr}};
+    struct Host : LiveObject {
+        explicit Host(LivePropertyManager& manager) : LiveObject("Host", false) {
+            propertyManager = &manager;
+        }
+    };
+    LivePropertyManager manager(rows);
+    const auto host = make<Host>(manager);
+    const char* const expected =
+        R"(<elements type="instance"><property name="color"><datatype><type>string</type>)"
+        R"(</datatype></property></elements></classdef>)";
+    const std::string ofObject = described(*infoOf(*host));
+    EXPECT_NE(ofObject.find(expected), std::string::npos) << ofObject;
+    EXPECT_NE(ofObject.find(R"("constructor"><method name="Host">)"), std::string::npos);
+    const std::string ofTable = described(*make<PropertyManagerClassInfo>(manager, 0));
+    EXPECT_NE(ofTable.find(expected), std::string::npos) << ofTable;
+}
+
 TEST(ClassDescription, ShowsWhatOneObjectHasBeside) {
     const auto list = make<LiveCollection>("List", 0, true);
     const auto owner = makePlain("Owner");
@@ -201,7 +224,7 @@ public:
     }
 };
 
-TEST(ClassDescription, SkipsNamesWithoutRecordAndEndsASectionWithABrokenOne) {
+TEST(ClassDescription, SkipsNamesWithoutRecordAndEndsAPassWithABrokenOne) {
     EXPECT_EQ(described(*make<HostClass>()),
               R"(<classdef name="Host" dynamic="true"><elements type="instance">)"
               R"(<method name="host"/></elements></classdef>)");
@@ -269,7 +292,7 @@ TEST(Records, OutliveTheirObject) {
     EXPECT_EQ(described(*info), R"(<classdef name="Lamp" dynamic="true"/>)");
     EXPECT_FALSE(memberOf(*info, "power"));
     EXPECT_EQ(extra->getType(), InfoType::ReadWrite);
-    EXPECT_EQ(extra->getTypeInfo().getDataType(), TypeInfo::any);
+    EXPECT_EQ(extra->getTypeInfo().getDataType(), anyType);
     EXPECT_EQ(power->getTypeInfo().getDataType(), VariantType::Number);
     const auto by = InterfacePtr<const ParamInfo>::adopt(glow->getParamInfo(0));
     ASSERT_TRUE(by);
@@ -277,17 +300,21 @@ TEST(Records, OutliveTheirObject) {
     EXPECT_EQ(narrow(text), "by");
 }
 
-TEST(Records, AreAskedForWhileTheObjectDies) {
+TEST(Records, ForgetTheirObjectWhoeverHearsOfItsEnd) {
     auto lamp = make<Lamp>();
     InterfacePtr<const ClassInfo> info;
     Ear ear([&](Message&) {
         SimpleArray names;
-        EXPECT_FALSE(info->enumerateNames(names, -1)); // though it has not been told yet
-        return false;
+        EXPECT_FALSE(info->enumerateNames(names, -1));
+        return true; // consumed: nobody else hears of it
     });
     lamp->addListener(ear, MessageID::Deleting);
+    lamp->addListener(ear, MessageID::Deleted);
+    lamp->put("extra", 5, 0, nullptr);
     info = infoOf(*lamp);
+    const auto extra = memberOf(*info, "extra");
     lamp.reset();
+    EXPECT_EQ(extra->getTypeInfo().getDataType(), anyType);
 }
 
 TEST(Records, GiveEverythingBackWhenMemoryRunsOut) {

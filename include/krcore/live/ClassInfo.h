@@ -15,9 +15,9 @@ class XML;
 /// Describes a class to scripts and tools: its name, its members and what they are for.
 ///
 /// Members belong to the instances or, when a request has `RequestFlag::ClassLevel`, to the class
-/// itself; the constructor, which bears the name of the class, belongs to the class. What the base
-/// answers means "not said": empty texts, null, false. Records that are returned carry a reference
-/// that the caller releases. A record belongs to one thread at a time.
+/// itself; the constructor, which is asked for by the name of the class, belongs to the class. What
+/// the base answers means "not said": empty texts, null, false. Records that are returned carry a
+/// reference that the caller releases. A record belongs to one thread at a time.
 class KR_API ClassInfo : public Refcountable {
 public:
     virtual bool getSuperclass(String& name) const;
@@ -30,7 +30,7 @@ public:
     virtual bool getDescription(bool longText, String& text) const;
     /// Appends the names of the members that the request (`RequestFlag`) asks for. The words are
     /// `String*` made with new, which the caller deletes, also those that are there when memory
-    /// runs out.
+    /// runs out. False when the members cannot be listed.
     virtual bool enumerateNames(SimpleArray& names, int flags) const = 0;
     /// Appends their IDs.
     virtual bool enumerate(SimpleArray& ids, int flags) const;
@@ -45,9 +45,10 @@ public:
 
     /// The whole description as a "classdef" element: superclass, descriptions, the constructor,
     /// class-level members and those of instances, and examples. Hidden members are listed, the
-    /// internal ones are not. Members that are named but have no record are left out; one that
-    /// cannot be described ends its section. The elements are in no namespace. The result carries
-    /// a reference.
+    /// internal ones are not. Members that are named but have no record are left out. There are
+    /// four passes, over the properties and then the methods of the class and of its instances; a
+    /// member that cannot be described ends its pass. The elements are in no namespace. The result
+    /// carries a reference.
     XML* toXML() const;
 
 protected:

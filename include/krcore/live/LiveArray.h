@@ -8,7 +8,9 @@ namespace KrCore {
 struct PrintedArray;
 
 /// A collection that keeps its elements itself. Components and listeners are not asked for them,
-/// except by `deleteByIndex`, which the array leaves to them (41 without).
+/// except by `deleteByIndex`, which the array leaves to them (41 without). Objects among the
+/// elements that know the array without counting it use a `WeakRef`, or must not call it when they
+/// die.
 class KR_API LiveArray : public LiveCollection {
 public:
     /// Copies `elements`, which share their memory until either side changes.
@@ -23,9 +25,10 @@ public:
     int reset() override;
     /// The answer of the method "toString", else the elements with "," between them; undefined ones
     /// are empty, one that cannot be read is "[error]" and ends the text. More than 1000 elements
-    /// give "[too many elements]", which also stands where arrays lie more than 100 deep or the
-    /// whole text holds more than 65,536 elements. An array within itself is "[object " + class
-    /// name + "]". The text of an invalid array is "[Invalid Object]", with 45.
+    /// give "[too many elements]", which also stands where arrays lie more than 512 deep or the
+    /// whole text holds more than 4,194,304 elements. An array within itself is "[object " + class
+    /// name + "]". An invalid array is "[Invalid Object]"; the code is 0 all the same, so that
+    /// texts around it show it.
     int toString(String& result) const override;
 
     /// The number of elements, of an invalid array too.
@@ -40,6 +43,7 @@ public:
 protected:
     ~LiveArray() override;
 
+    /// A derived class that changes them calls `invokeAutostore` afterwards.
     Array elements_;
 
 private:

@@ -16,7 +16,9 @@ class Variant;
 /// dynamic properties and its class's manager, the one added last first, each with its lock held
 /// and counted for the length of the call, so a component may detach itself.
 ///
-/// Every operation receives the owning object; one component may serve several. Results are error
+/// Every operation receives the owning object; one component may serve several. Components that
+/// objects of several threads share must not call the object or record errors on it: that asks its
+/// other components, each under its lock, while this one's is held. Results are error
 /// codes (0 success) unless said otherwise. What a component knows may change at any time; it then
 /// calls `propertyDefsChanged()` of its owners.
 class KR_API LiveComponent : public LiveBase {
@@ -39,8 +41,8 @@ public:
     /// none. The base asks the manager.
     virtual const ServiceInfo* getServiceInfo(const LiveObject& owner, int id, int flags) const;
 
-    /// The base of these three knows no property: it records 2 on the owner, empties the result and
-    /// returns 2.
+    /// The base of these three knows no property: it records 2 on the owner (`call`: on `self`),
+    /// empties the result and returns 2.
     virtual int get(const LiveObject& owner, int id, Variant& result, Error* err) const;
     virtual int put(LiveObject& owner, int id, const Variant& value, Error* err);
     /// `self` is the script's `this`; of the owner's class unless the method is generic.

@@ -174,7 +174,8 @@ public:
     LiveProperty* findProperty(int id) const;
 
     /// The next component behind `after` (null: from the start), last added first, that knows the
-    /// ID; null when there is none. Borrowed from this object.
+    /// ID; null when there is none, or when it detaches itself while it is asked. Borrowed from
+    /// this object until the component is detached.
     LiveComponent* getComponent(int id, const LiveComponent* after) const;
 
     /// A number of the host's, 0 at first.
@@ -240,7 +241,8 @@ protected:
 
     /// For destructors: destroys `content` together with the object's properties, so that a chain
     /// of objects that hold each other in arrays ends without a stack frame for each. It leaves
-    /// `content` empty.
+    /// `content` empty. The derived class is gone by then: what lies in `content` must not call the
+    /// object from its destructor.
     void endWithObject(Array& content);
 
     /// Copies class name, dynamic properties and components into an object that has just been made;

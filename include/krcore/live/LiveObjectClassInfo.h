@@ -1,20 +1,22 @@
 #pragma once
 
+#include <krcore/foundation/WeakRef.h>
 #include <krcore/live/ClassInfo.h>
 #include <krcore/live/InfoType.h>
-#include <krcore/live/ObjectWatcher.h>
 #include <krcore/text/String.h>
 
 namespace KrCore {
 
+class LiveObject;
+
 /// Describes the class of one live object from what the object itself knows: its own dynamic
 /// properties, those its class declares, those of its components and listeners.
 ///
-/// The object is not counted. When it dies its name stays, and there are no members any more; an
-/// invalid object has none either. A host that has more to say about its class (a superclass,
-/// descriptions, samples, that it is an enumeration) derives from this one and returns its own from
-/// `LiveObject::getClassInfo`. The members of an enumeration are class-level ones.
-class KR_API LiveObjectClassInfo : public ClassInfo, public ObjectWatcher {
+/// The object is referred to weakly. When it dies its name stays, and there are no members any
+/// more; an invalid object has none either. A host that has more to say about its class (a
+/// superclass, descriptions, samples, that it is an enumeration) derives from this one and returns
+/// its own from `LiveObject::getClassInfo`. The members of an enumeration are class-level ones.
+class KR_API LiveObjectClassInfo : public ClassInfo {
 public:
     /// `flags` is a request with the language for which names are looked up.
     LiveObjectClassInfo(LiveObject& object, int flags);
@@ -31,6 +33,9 @@ public:
 protected:
     ~LiveObjectClassInfo() override;
 
+    /// The object, for as long as it is worked with; null once it is gone.
+    InterfacePtr<LiveObject> getObject() const { return object_.lock(); }
+
 private:
     bool isEnumeration() const;
     InterfacePtr<LiveObject> ownerOfMembers(int level) const;
@@ -40,6 +45,7 @@ private:
     const ServiceInfo* makeService(LiveObject& object, const String& name, int id,
                                    InfoType kind) const;
 
+    WeakRef<LiveObject> object_;
     String className_;
     int language_;
 };

@@ -51,6 +51,7 @@ public:
 
 private:
     friend class DynamicProperties;
+    void takeValue(Variant& content);
 
     LiveObject* owner_;            // borrowed
     LiveProperty* next_ = nullptr; // towards the least recently used

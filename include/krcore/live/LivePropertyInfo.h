@@ -16,7 +16,7 @@ struct LivePropertyInfo {
     const char* name;       ///< ISO 8859-1; "" marks the constructor, null ends the table.
     std::int32_t id;        ///< See PropertyID.h for the reserved ones.
     std::int32_t flags;     ///< `InfoType` and `PropertyFlag` bits.
-    const char* descriptor; ///< Types and descriptions for reflection, or null.
+    const char* descriptor; ///< Types and descriptions, see `TypeInfo::parse`; 8-bit, or null.
 };
 
 } // namespace KrCore

@@ -35,7 +35,7 @@ public:
     /// registered first that is still there.
     virtual int getNameForID(int id, String& name, int flags) const;
     /// Whatever the languages that see the property.
-    virtual InfoType getType(int id) const;
+    virtual InfoType getType(int id);
     /// Appends the IDs of the properties that the request (`RequestFlag`) asks for: a table's in
     /// the order of its rows, registered ones by ascending ID. Returns 0.
     virtual int enumerate(SimpleArray& ids, int flags) const;

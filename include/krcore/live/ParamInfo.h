@@ -19,7 +19,7 @@ public:
     virtual bool getName(String& name) const;
     /// The short description, or the `longText`.
     virtual bool getDescription(bool longText, String& text) const;
-    /// Borrowed from this record. The base says `TypeInfo::any`.
+    /// Borrowed from this record. The base says `anyType`.
     virtual const TypeInfo& getTypeInfo() const;
 
 protected:

@@ -27,6 +27,13 @@ class SimpleArray;
 /// | Call | the ID | undefined; answer: the result | the arguments | |
 /// | Invoke | 0 | the name; answer: the result | the arguments | |
 /// | Enumerate | 0 | undefined; IDs go to `getEnumIDs()` | | request flags |
+/// | GetByIndex | the index | undefined; answer: the element | | |
+/// | PutByIndex | the index | the new element | | |
+/// | DeleteByIndex | the index | undefined | | |
+/// | GetLength | 0 | undefined; answer: the length | | |
+/// | PutLength | the length | undefined | | |
+///
+/// Indexes and lengths from 2,147,483,648 up come as negative numbers of the same bits.
 class KR_API LiveMessage : public DataMessage {
 public:
     LiveMessage(const LiveObject& object, int messageID, SimpleArray& enumIDs);
