@@ -19,6 +19,9 @@
 
 namespace KrCore {
 
+// Exported, for callers on Windows that take its address.
+constexpr int Localizer::notCompared;
+
 namespace {
 
 constinit Localizer* defaultLocalizer = nullptr;

@@ -10,6 +10,9 @@
 
 namespace KrCore {
 
+// Exported, for callers on Windows that take its address.
+constexpr int String::maxLength;
+
 // Its count says that it is shared, so that nobody writes to it.
 constinit String::EmptyBuffer String::empty_ = {{0, 0, 2}, 0};
 

@@ -7,6 +7,9 @@
 
 namespace KrCore {
 
+// Exported, for callers on Windows that take its address.
+constexpr int Variant::unordered;
+
 // Constructors. Those of kinds that own something first become `Undefined`, so that a setter that
 // throws leaves nothing behind: the delegated constructor has run, and the destructor follows.
 

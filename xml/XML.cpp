@@ -11,6 +11,9 @@
 
 namespace KrCore {
 
+// Exported, for callers on Windows that take its address.
+constexpr int XML::atEnd;
+
 XML::XML(int type) : type_(type) {
     if (type == Element || type == Attribute)
         XMLTree::setNamespace(*this, XMLTree::namespaceOfNewNodes());
