@@ -6,26 +6,14 @@
 #include "hosts/FolderObject.h"
 #include "hosts/Hosts.h"
 
-#include <krcore/files/FileUtils.h>
 #include <krcore/foundation/Heap.h>
+#include <krcore/live/LivePropertyManager.h>
 
 #include <cstdio>
 
 namespace krhost::Globals {
 
 namespace {
-
-constexpr int currentFolder = 0;
-
-struct SpecialFolder {
-    const char* name;
-    int kind;
-};
-constexpr SpecialFolder specialFolders[] = {{"current", currentFolder},
-                                            {"startup", KrCore::FileUtils::StartupDir},
-                                            {"temp", KrCore::FileUtils::TempDir},
-                                            {"userData", KrCore::FileUtils::UserDataDir},
-                                            {"desktop", KrCore::FileUtils::DesktopDir}};
 
 duk_ret_t print(CallFrame& frame) {
     const duk_idx_t count = duk_get_top(frame.context);
@@ -87,12 +75,45 @@ duk_ret_t heapStats(CallFrame& frame) {
     return 1;
 }
 
-template <NativeBody body>
-void define(duk_context* context, const char* name, duk_idx_t argumentCount) {
-    duk_push_c_function(
-        context, [](duk_context* inside) { return runNative(inside, body); }, argumentCount);
-    duk_put_global_string(context, name);
+duk_ret_t describe(CallFrame& frame) {
+    const KrCore::LiveObject* object = frame.engine.objects().find(frame.context, 0);
+    if (!object) {
+        return frame.engine.errors().raise(frame, KrCore::ErrorCode::BadArgument,
+                                           "of describe, which is no live object");
+    }
+    const int code = frame.engine.calls().describeClass(*object, frame.text);
+    if (code != KrCore::ErrorCode::Ok) return frame.engine.errors().raise(frame, code);
+    TextBridge::push(frame.context, frame.text);
+    return 1;
 }
+
+template <NativeBody body>
+duk_ret_t native(duk_context* context) {
+    return runNative(context, body);
+}
+
+struct GlobalFunction {
+    const char* name;
+    duk_c_function function;
+    duk_idx_t argumentCount;
+    const char* descriptor; // see `KrCore::TypeInfo::parse`
+};
+
+constexpr GlobalFunction functions[] = {
+    {"print", native<print>, DUK_VARARGS,
+     "undefined\tWrites the texts of the values with blanks between and a line end,"
+     "...values:any\tThe values"},
+    {"readln", native<readln>, 0,
+     "string;;;null\tReads a line of the standard input without its end; null when none is left"},
+    {"gc", native<gc>, 0, "undefined\tCollects at once what the script cannot reach any more"},
+    {"heapStats", native<heapStats>, 0,
+     "any\tTells what is in use\tThe numbers scriptBytes; scriptBlocks; libraryBytes; "
+     "libraryBlocks and liveObjects; the last counts the live objects that scripts hold."},
+    {"describe", native<describe>, 1,
+     "string\tThe description of a live object's class as XML,object:Object\tThe object"}};
+
+constexpr const char* argumentsDescriptor =
+    "string;;;;array\tThe words behind the script on the command line";
 
 duk_ret_t getSpecialFolder(CallFrame& frame) {
     FolderObject::findSpecial(duk_get_current_magic(frame.context), frame.value);
@@ -108,17 +129,15 @@ duk_ret_t setCurrentFolder(CallFrame& frame) {
 
 /// `Folder.temp` and the like: properties of the constructor that are asked for each time. Only the
 /// current folder can be set.
-void defineSpecialFolder(duk_context* context, const char* name, int kind) {
+void defineSpecialFolder(duk_context* context, const KrCore::LivePropertyInfo& folder) {
     duk_get_global_literal(context, "Folder");
     const duk_idx_t constructor = duk_get_top_index(context);
-    duk_push_string(context, name);
-    duk_push_c_function(
-        context, [](duk_context* inside) { return runNative(inside, getSpecialFolder); }, 0);
-    duk_set_magic(context, -1, kind);
+    duk_push_string(context, folder.name);
+    duk_push_c_function(context, native<getSpecialFolder>, 0);
+    duk_set_magic(context, -1, folder.id);
     duk_uint_t parts = DUK_DEFPROP_HAVE_GETTER | DUK_DEFPROP_SET_ENUMERABLE;
-    if (kind == currentFolder) {
-        duk_push_c_function(
-            context, [](duk_context* inside) { return runNative(inside, setCurrentFolder); }, 1);
+    if (folder.id == FolderObject::currentKind) {
+        duk_push_c_function(context, native<setCurrentFolder>, 1);
         parts |= DUK_DEFPROP_HAVE_SETTER;
     }
     duk_def_prop(context, constructor, parts);
@@ -143,20 +162,40 @@ void defineParse(duk_context* context) {
     duk_pop(context);
 }
 
+void defineClass(CallFrame& frame, const Hosts::HostClass& hostClass) {
+    if (hostClass.role == Hosts::Role::Constructed) {
+        frame.engine.objects().defineConstructor(frame, hostClass.name);
+    } else if (hostClass.role == Hosts::Role::Constants) {
+        frame.name = hostClass.name;
+        frame.engine.objects().push(frame, *Hosts::findSample(frame.name));
+        duk_put_global_string(frame.context, hostClass.name);
+    }
+}
+
 } // namespace
 
 void install(CallFrame& frame) {
-    removeDangers(frame.context);
-    define<print>(frame.context, "print", DUK_VARARGS);
-    define<readln>(frame.context, "readln", 0);
-    define<gc>(frame.context, "gc", 0);
-    define<heapStats>(frame.context, "heapStats", 0);
-    for (const char* className : Hosts::classNames) {
-        frame.engine.objects().defineConstructor(frame, className);
+    duk_context* context = frame.context;
+    removeDangers(context);
+    for (const GlobalFunction& global : functions) {
+        duk_push_c_function(context, global.function, global.argumentCount);
+        duk_put_global_string(context, global.name);
     }
-    defineParse(frame.context);
-    for (const SpecialFolder& folder : specialFolders)
-        defineSpecialFolder(frame.context, folder.name, folder.kind);
+    for (const Hosts::HostClass& hostClass : Hosts::classes)
+        defineClass(frame, hostClass);
+    defineParse(context);
+    for (const auto* folder = FolderObject::specialFolders; folder->name; ++folder)
+        defineSpecialFolder(context, *folder);
+}
+
+void declare(KrCore::LivePropertyManager& manager) {
+    int id = 0;
+    for (const GlobalFunction& global : functions) {
+        manager.registerProperty(global.name, ++id, int(KrCore::InfoType::Method),
+                                 global.descriptor);
+    }
+    manager.registerProperty("arguments", ++id, int(KrCore::InfoType::ReadWrite),
+                             argumentsDescriptor);
 }
 
 } // namespace krhost::Globals

@@ -2,21 +2,22 @@
 
 #include "Native.h"
 
+namespace KrCore {
+class LivePropertyManager;
+}
+
 namespace krhost {
 
-/// The functions krhost gives to scripts:
-///
-/// - `print(value, ...)` writes the values' texts with blanks between and a line end;
-/// - `readln()` reads a line of the standard input without its end, null when there is none left;
-/// - `gc()` collects at once what the script cannot reach any more;
-/// - `heapStats()` tells what is in use: scriptBytes, scriptBlocks, libraryBytes, libraryBlocks,
-/// and
-///   liveObjects, the number of live objects that scripts hold.
+/// What krhost gives to scripts besides its host classes: the functions in the table of
+/// `Globals.cpp`, and the array `arguments`.
 ///
 /// Taken away is what would let a script reach into the engine's insides.
 namespace Globals {
 
 void install(CallFrame& frame);
+
+/// Registers what `install` defines, for declarations made from the same table.
+void declare(KrCore::LivePropertyManager& manager);
 
 } // namespace Globals
 

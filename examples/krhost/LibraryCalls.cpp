@@ -4,10 +4,13 @@
 
 #include <krcore/containers/Array.h>
 #include <krcore/containers/SimpleArray.h>
+#include <krcore/foundation/InterfacePtr.h>
+#include <krcore/live/ClassInfo.h>
 #include <krcore/live/LiveObject.h>
 #include <krcore/live/PropertyFlags.h>
 #include <krcore/values/Error.h>
 #include <krcore/values/Variant.h>
+#include <krcore/xml/XML.h>
 
 #include <cstdio>
 
@@ -131,6 +134,15 @@ int LibraryCalls::enumerate(const LiveObject& object, SimpleArray& ids) const {
     const int code = object.enumerate(ids, RequestFlag::Library | RequestFlag::ReadWrite |
                                                RequestFlag::ReadOnly);
     if (trace_) print(object, "enumerate()", code, std::to_string(ids.length()) + " ids");
+    return code;
+}
+
+int LibraryCalls::describeClass(const LiveObject& object, String& result) const {
+    const auto info =
+        InterfacePtr<const ClassInfo>::adopt(object.getClassInfo(RequestFlag::Library));
+    const int code = info ? ErrorCode::Ok : ErrorCode::ObjectInvalid;
+    if (info) result = InterfacePtr<XML>::adopt(info->toXML())->toXMLString(2);
+    if (trace_) print(object, "getClassInfo()", code, std::to_string(result.length()) + " units");
     return code;
 }
 

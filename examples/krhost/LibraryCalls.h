@@ -37,6 +37,8 @@ public:
     int deleteID(KrCore::LiveObject& object, int id) const;
     /// The properties that a script lists; methods and hidden ones are left out.
     int enumerate(const KrCore::LiveObject& object, KrCore::SimpleArray& ids) const;
+    /// The description of the object's class as XML text. 45 for an invalid object, which has none.
+    int describeClass(const KrCore::LiveObject& object, KrCore::String& result) const;
     int toString(const KrCore::LiveObject& object, KrCore::String& result) const;
     int valueOf(const KrCore::LiveObject& object, KrCore::Variant& result) const;
     /// Printed when a script object goes and gives its reference back.

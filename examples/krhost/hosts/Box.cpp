@@ -1,6 +1,7 @@
 #include "hosts/Box.h"
 
 #include "hosts/ClassProperties.h"
+#include "hosts/HostClassInfo.h"
 
 #include <krcore/containers/Array.h>
 #include <krcore/foundation/InterfacePtr.h>
@@ -37,22 +38,36 @@ constexpr int readWrite = int(InfoType::ReadWrite);
 constexpr int method = int(InfoType::Method);
 
 constexpr LivePropertyInfo boxTable[] = {
-    {"", PropertyID::Constructor, method, "Box,width:number,height:number"},
-    {"width", Width, readWrite, "number;0"},
-    {"height", Height, readWrite, "number;0"},
-    {"position", Position, readWrite, "Point"},
-    {"bounds", Bounds, readWrite, "Rect"},
-    {"area", Area, readOnly, "number"},
-    {"title", Title, int(InfoType::CallableReadWrite), "string/Box,title:string"},
-    {"tags", Tags, readWrite, "any"},
-    {"onResize", OnResize, readWrite, "function"},
-    {"serial", Serial, readOnly | PropertyFlag::Hidden, "number"},
-    {"resize", Resize, method, "Box,width:number,height:number"},
-    {"contains", Contains, method, "boolean,point:Point"},
-    {"toString", ToString, method, "string"},
-    {"valueOf", ValueOf, method, "number"},
-    {"+", Plus, method, "Box,other:Box"},
+    {"", PropertyID::Constructor, method,
+     "Box\tMakes a box at the origin,width:number;0;;1\tThe width,height:number;0;;1\tThe height"},
+    {"width", Width, readWrite, "number;0\tThe distance from the left to the right edge"},
+    {"height", Height, readWrite, "number;0\tThe distance from the top to the bottom edge"},
+    {"position", Position, readWrite, "Point\tThe upper left corner"},
+    {"bounds", Bounds, readWrite, "Rect\tThe four edges\tThey may not enclose nothing."},
+    {"area", Area, readOnly, "number;0\tThe width times the height"},
+    {"title", Title, int(InfoType::CallableReadWrite),
+     "Box/string\tThe title\tCalled it sets the title and gives the box.,"
+     "title:string;;;undefined\tThe new title"},
+    {"tags", Tags, readWrite, "any\tWhatever the script likes to keep here"},
+    {"onResize", OnResize, readWrite,
+     "Function;;;null\tCalled with the box after each call of resize"},
+    {"serial", Serial, readOnly | PropertyFlag::Hidden,
+     "number;1\tCounts the boxes of this program\tLeft out when a script lists the properties."},
+    {"resize", Resize, method,
+     "Box\tSets both extents and calls onResize,width:number;0\tThe new width,"
+     "height:number;0\tThe new height"},
+    {"contains", Contains, method,
+     "boolean\tWhether a point lies in the box,point:Point\tThe point"},
+    {"toString", ToString, method, "string\tThe title and the extents"},
+    {"valueOf", ValueOf, method, "number\tThe area"},
+    {"+", Plus, method, "Box\tThe smallest box around both,other:Box\tThe other box"},
     {nullptr, 0, 0, nullptr}};
+
+constexpr ClassTexts boxTexts = {.description = "A rectangle with a title.",
+                                 .sample =
+                                     "var box = new Box(4, 3);\n"
+                                     "box.onResize = function (which) { print(which.area); };\n"
+                                     "box.title(\"Lid\").resize(2, 2);"};
 
 /// 0, or what is wrong with a value that shall be a width or height.
 int checkExtent(const Variant& value) {
@@ -94,6 +109,10 @@ int Box::initialize(const Array& args, Error* err) {
 InfoType Box::getType(int id) {
     const InfoType kind = propertyManager->getType(id);
     return kind != InfoType::Unknown ? kind : LiveObject::getType(id);
+}
+
+const ClassInfo* Box::getClassInfo(int flags) const {
+    return HostClassInfo::describe(*this, flags, boxTexts);
 }
 
 int Box::get(int id, Variant& result, Error* err) const {

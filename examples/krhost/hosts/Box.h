@@ -24,6 +24,7 @@ public:
     int clone(KrCore::LiveObject** result, bool deep) const override;
     int initialize(const KrCore::Array& args, KrCore::Error* err) override;
     KrCore::InfoType getType(int id) override;
+    const KrCore::ClassInfo* getClassInfo(int flags) const override;
     int get(int id, KrCore::Variant& result, KrCore::Error* err) const override;
     int put(int id, const KrCore::Variant& value, KrCore::Error* err) override;
     int apply(KrCore::LiveObject& self, int id, const KrCore::Array& args, KrCore::Variant& result,

@@ -1,6 +1,7 @@
 #include "hosts/Document.h"
 
 #include "hosts/ClassProperties.h"
+#include "hosts/HostClassInfo.h"
 
 #include <krcore/containers/Array.h>
 #include <krcore/foundation/InterfacePtr.h>
@@ -17,13 +18,27 @@ namespace {
 
 enum DocumentID : int { Name = 1, Length, Append, Line, Close };
 
+constexpr int method = int(InfoType::Method);
+
 constexpr LivePropertyInfo documentTable[] = {
-    {"name", Name, int(InfoType::ReadWrite), "string"},
-    {"length", Length, int(InfoType::ReadOnly), "number"},
-    {"append", Append, int(InfoType::Method), "number,text:string"},
-    {"line", Line, int(InfoType::Method), "string,index:number"},
-    {"close", Close, int(InfoType::Method), "undefined"},
+    {"", PropertyID::Constructor, method,
+     "Document\tOpens a document\tThe host has room for two; opening one more closes the oldest.,"
+     "name:string;;;untitled\tIts name"},
+    {"name", Name, int(InfoType::ReadWrite), "string\tThe name"},
+    {"length", Length, int(InfoType::ReadOnly), "number;0\tThe number of lines"},
+    {"append", Append, method,
+     "number\tAdds a line and gives their number,text:string\tThe new line"},
+    {"line", Line, method, "string\tOne of the lines,index:number;0\tIts number from 0 on"},
+    {"close", Close, method, "undefined\tCloses the document\tEvery later use is an error."},
     {nullptr, 0, 0, nullptr}};
+
+constexpr ClassTexts documentTexts = {
+    .description = "A document on the desk of the host.",
+    .details = "It can be closed while a script still has it, by the script or by the host.",
+    .sample = "var doc = new Document(\"notes\");\n"
+              "doc.append(\"first line\");\n"
+              "print(doc.length, doc.line(0));\n"
+              "doc.close();"};
 
 } // namespace
 
@@ -88,6 +103,10 @@ void Document::close() {
 InfoType Document::getType(int id) {
     const InfoType kind = propertyManager->getType(id);
     return kind != InfoType::Unknown ? kind : LiveObject::getType(id);
+}
+
+const ClassInfo* Document::getClassInfo(int flags) const {
+    return HostClassInfo::describe(*this, flags, documentTexts);
 }
 
 int Document::get(int id, Variant& result, Error* err) const {

@@ -22,17 +22,18 @@ constexpr int method = int(InfoType::Method);
 } // namespace
 
 constexpr LivePropertyInfo FileEntry::commonTable[] = {
-    {"name", Name, readOnly, "string"},
-    {"fsName", FsName, readOnly, "string"},
-    {"absoluteURI", AbsoluteURI, readOnly, "string"},
-    {"relativeURI", RelativeURI, readOnly, "string"},
-    {"displayName", DisplayName, readOnly, "string"},
-    {"parent", ParentFolder, readOnly, "Folder"},
-    {"exists", Exists, readOnly, "boolean"},
-    {"error", Failure, readOnly, "string"},
-    {"remove", Remove, method, "boolean"},
-    {"rename", Rename, method, "boolean,name:string"},
-    {"toString", ToString, method, "string"},
+    {"name", Name, readOnly, "string\tThe last name of the path"},
+    {"fsName", FsName, readOnly, "string\tThe path as it is and not as a URI"},
+    {"absoluteURI", AbsoluteURI, readOnly, "string\tThe whole path as a URI"},
+    {"relativeURI", RelativeURI, readOnly, "string\tThe path from the current folder as a URI"},
+    {"displayName", DisplayName, readOnly, "string\tThe name for people"},
+    {"parent", ParentFolder, readOnly, "Folder;;;null\tThe folder around; null for the topmost"},
+    {"exists", Exists, readOnly, "boolean\tWhether there is one at this place"},
+    {"error", Failure, readOnly, "string\tWhy the last call failed; empty after a success"},
+    {"remove", Remove, method, "boolean\tRemoves it\tA folder has to be empty."},
+    {"rename", Rename, method,
+     "boolean\tRenames it,name:string\tThe new name in the same folder; it is no path"},
+    {"toString", ToString, method, "string\tThe same as absoluteURI"},
     {nullptr, 0, 0, nullptr}};
 
 FileEntry::FileEntry(const char* className)

@@ -1,6 +1,7 @@
 #include "hosts/FileObject.h"
 
 #include "hosts/ClassProperties.h"
+#include "hosts/HostClassInfo.h"
 
 #include <krcore/containers/Array.h>
 #include <krcore/files/FileAttribute.h>
@@ -45,27 +46,44 @@ constexpr int readWrite = int(InfoType::ReadWrite);
 constexpr int method = int(InfoType::Method);
 
 constexpr LivePropertyInfo fileTable[] = {
-    {"", PropertyID::Constructor, method, "File,path:string"},
-    {"eof", Eof, readOnly, "boolean"},
-    {"length", Length, readOnly, "number"},
-    {"isOpen", IsOpen, readOnly, "boolean"},
-    {"encoding", Encoding, readWrite, "string"},
-    {"lineFeed", LineFeed, readWrite, "string"},
-    {"readonly", ReadOnlyFile, readWrite, "boolean"},
-    {"hidden", Hidden, readWrite, "boolean"},
-    {"open", Open, method, "boolean,mode:string"},
-    {"close", Close, method, "boolean"},
-    {"copy", Copy, method, "boolean,target:string"},
-    {"createAlias", CreateAlias, method, "boolean,target:string"},
-    {"read", Read, method, "string,count:number"},
-    {"readln", ReadLine, method, "string"},
-    {"readch", ReadCharacter, method, "string"},
-    {"write", Write, method, "boolean,text:string"},
-    {"writeln", WriteLine, method, "boolean,text:string"},
-    {"seek", Seek, method, "boolean,position:number,whence:number"},
-    {"tell", Tell, method, "number"},
-    {"flush", Flush, method, "boolean"},
+    {"", PropertyID::Constructor, method, "File\tNames a file,path:string\tIts path as a URI"},
+    {"eof", Eof, readOnly, "boolean\tWhether nothing is left to read"},
+    {"length", Length, readOnly, "number;-1\tThe size in bytes; -1 when there is no such file"},
+    {"isOpen", IsOpen, readOnly, "boolean\tWhether the file is open"},
+    {"encoding", Encoding, readWrite,
+     "string\tThe encoding of the text\tOpening finds it out unless it is known. An empty text "
+     "makes it unknown."},
+    {"lineFeed", LineFeed, readWrite,
+     "string\tWhat line ends become when they are written\tWindows or Unix or Macintosh."},
+    {"readonly", ReadOnlyFile, readWrite, "boolean\tWhether the file may not be written"},
+    {"hidden", Hidden, readWrite, "boolean\tWhether the system hides the file"},
+    {"open", Open, method,
+     "boolean\tOpens the file,mode:string\tr reads; w writes anew; e edits; a appends"},
+    {"close", Close, method, "boolean\tCloses the file"},
+    {"copy", Copy, method,
+     "boolean\tCopies the file and replaces the target,target:any\tA path or a file or a folder"},
+    {"createAlias", CreateAlias, method,
+     "boolean\tMakes a shortcut here,target:any\tWhere it leads; a path or a file or a folder"},
+    {"read", Read, method,
+     "string;;;null\tReads text; null at the end,"
+     "count:number;0;;undefined\tThe number of characters; else all that is left"},
+    {"readln", ReadLine, method, "string;;;null\tReads a line without its end; null at the end"},
+    {"readch", ReadCharacter, method, "string;;;null\tReads one character; null at the end"},
+    {"write", Write, method, "boolean\tWrites all of the texts or nothing,...texts:any\tThe texts"},
+    {"writeln", WriteLine, method, "boolean\tWrites them and a line end,...texts:any\tThe texts"},
+    {"seek", Seek, method,
+     "boolean\tMoves the position,position:number\tIn bytes,whence:SeekFrom;;;0\tFrom where"},
+    {"tell", Tell, method, "number;-1\tThe position in bytes; -1 when the file is not open"},
+    {"flush", Flush, method, "boolean\tHands what was written to the system"},
     {nullptr, 0, 0, nullptr}};
+
+constexpr ClassTexts fileTexts = {
+    .description = "A place for a file, whether or not there is one.",
+    .details = "What fails is false or null, and the property error says why.",
+    .sample = "var notes = new File(\"notes.txt\");\n"
+              "if (!notes.open(\"r\")) print(notes.error);\n"
+              "for (var line; (line = notes.readln()) !== null;) print(line);\n"
+              "notes.close();"};
 
 struct LineFeedName {
     CRLFEncoding kind;
@@ -94,6 +112,10 @@ long long countOf(const Variant& value) {
 
 FileObject::FileObject() : FileEntry("File") {
     propertyManager = classProperties<commonTable, fileTable>();
+}
+
+const ClassInfo* FileObject::getClassInfo(int flags) const {
+    return HostClassInfo::describe(*this, flags, fileTexts);
 }
 
 InterfacePtr<FileEntry> FileObject::makeAnother() const {

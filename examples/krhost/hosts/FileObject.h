@@ -19,6 +19,8 @@ class FileObject : public FileEntry {
 public:
     FileObject();
 
+    const KrCore::ClassInfo* getClassInfo(int flags) const override;
+
 protected:
     KrCore::InterfacePtr<FileEntry> makeAnother() const override;
     int locateDefault(KrCore::FileSpec& place) const override;

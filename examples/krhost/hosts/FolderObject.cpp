@@ -1,6 +1,7 @@
 #include "hosts/FolderObject.h"
 
 #include "hosts/ClassProperties.h"
+#include "hosts/HostClassInfo.h"
 
 #include <krcore/containers/Array.h>
 #include <krcore/files/FileUtils.h>
@@ -18,12 +19,35 @@ namespace {
 enum FolderID : int { Create = FileEntry::FirstOwn, GetFiles };
 
 constexpr int method = int(InfoType::Method);
+constexpr int readOnly = int(InfoType::ReadOnly);
+
+} // namespace
+
+constexpr LivePropertyInfo FolderObject::specialFolders[] = {
+    {"current", currentKind, int(InfoType::ReadWrite),
+     "Folder\tThe current folder\tCan be set to a folder or a path."},
+    {"startup", FileUtils::StartupDir, readOnly, "Folder\tWhere the program is"},
+    {"temp", FileUtils::TempDir, readOnly, "Folder\tWhere temporary files belong"},
+    {"userData", FileUtils::UserDataDir, readOnly, "Folder\tWhere programs keep the user's data"},
+    {"desktop", FileUtils::DesktopDir, readOnly, "Folder\tThe desktop of the user"},
+    {nullptr, 0, 0, nullptr}};
+
+namespace {
 
 constexpr LivePropertyInfo folderTable[] = {
-    {"", PropertyID::Constructor, method, "Folder,path:string"},
-    {"create", Create, method, "boolean"},
-    {"getFiles", GetFiles, method, "array,mask:string"},
+    {"", PropertyID::Constructor, method,
+     "Folder\tNames a folder,path:string;;;undefined\tIts path as a URI; else the current folder"},
+    {"create", Create, method, "boolean\tMakes the folder and those around it"},
+    {"getFiles", GetFiles, method,
+     "any;;;null;array\tThe files and folders within in no order,"
+     "mask:string;;;undefined\tWhich ones by their names; like *.txt;*.md"},
     {nullptr, 0, 0, nullptr}};
+
+constexpr ClassTexts folderTexts = {
+    .description = "A place for a folder, whether or not there is one.",
+    .details = "What fails is false or null, and the property error says why.",
+    .sample = "new Folder().getFiles(\"*.txt\").forEach(function (file) { print(file.name); });",
+    .classMembers = classProperties<FolderObject::specialFolders>};
 
 /// The wrappers of a listing, which are deleted unless somebody takes them.
 struct Listing {
@@ -49,6 +73,10 @@ FolderObject::FolderObject() : FileEntry("Folder") {
     propertyManager = classProperties<commonTable, folderTable>();
 }
 
+const ClassInfo* FolderObject::getClassInfo(int flags) const {
+    return HostClassInfo::describe(*this, flags, folderTexts);
+}
+
 InterfacePtr<FileEntry> FolderObject::makeAnother() const {
     return InterfacePtr<FileEntry>::adopt(new FolderObject);
 }
@@ -61,8 +89,9 @@ int FolderObject::locateDefault(FileSpec& place) const {
 bool FolderObject::exists() const { return getFileSpec().isFolder(); }
 
 void FolderObject::findSpecial(int kind, Variant& result) {
-    answer(Wrapper(kind ? FileWrapper::getSpecialDir(kind) : FileWrapper::getCurrentDir()), true,
-           result);
+    answer(Wrapper(kind == currentKind ? FileWrapper::getCurrentDir()
+                                       : FileWrapper::getSpecialDir(kind)),
+           true, result);
 }
 
 int FolderObject::setCurrent(const Variant& folder) {

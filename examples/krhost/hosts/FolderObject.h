@@ -17,9 +17,14 @@ class FolderObject : public FileEntry {
 public:
     FolderObject();
 
-    /// A folder that every program knows, as an object: a kind of
-    /// `KrCore::FileUtils::getSpecialDir`, or 0 for the current folder. One that the system does
-    /// not have is an empty path with the reason in `error`.
+    const KrCore::ClassInfo* getClassInfo(int flags) const override;
+
+    /// The folders that every program knows, as properties of the class: IDs are the kinds of
+    /// `KrCore::FileUtils::getSpecialDir`, and this one for the current folder.
+    static constexpr int currentKind = 100;
+    static const KrCore::LivePropertyInfo specialFolders[];
+    /// Such a folder as an object. One that the system does not have is an empty path with the
+    /// reason in `error`.
     static void findSpecial(int kind, KrCore::Variant& result);
     /// Makes a folder the current one, given as an object or as a path. Returns an error code.
     static int setCurrent(const KrCore::Variant& folder);

@@ -5,19 +5,24 @@
 #include "hosts/Document.h"
 #include "hosts/FileObject.h"
 #include "hosts/FolderObject.h"
+#include "hosts/SeekFrom.h"
 #include "hosts/Settings.h"
 #include "hosts/XMLNode.h"
 
-#include <krcore/foundation/InterfacePtr.h>
+#include <krcore/live/ClassInfo.h>
 
 namespace krhost::Hosts {
 
 namespace {
 
+/// Of all host classes, also those that scripts cannot construct.
+constexpr int sampleFlags = 2;
+static_assert((LibraryCalls::factoryFlags & sampleFlags) == 0);
+
 template <class Host>
-void registerFactory() {
+void registerFactory(int flags = LibraryCalls::factoryFlags | sampleFlags) {
     const auto factory = KrCore::InterfacePtr<Host>::adopt(new Host);
-    KrCore::LiveObject::addFactory(*factory, LibraryCalls::factoryFlags);
+    KrCore::LiveObject::addFactory(*factory, flags);
 }
 
 } // namespace
@@ -29,6 +34,17 @@ void registerFactories() {
     registerFactory<XMLNode>();
     registerFactory<FileObject>();
     registerFactory<FolderObject>();
+    registerFactory<SeekFrom>(sampleFlags);
+}
+
+KrCore::LiveObject* findSample(const KrCore::String& className) {
+    return KrCore::LiveObject::getFactory(className, sampleFlags);
+}
+
+KrCore::InterfacePtr<const KrCore::ClassInfo> describe(const KrCore::String& className) {
+    const KrCore::LiveObject* sample = findSample(className);
+    return KrCore::InterfacePtr<const KrCore::ClassInfo>::adopt(
+        sample ? sample->getClassInfo(KrCore::RequestFlag::Library) : nullptr);
 }
 
 } // namespace krhost::Hosts

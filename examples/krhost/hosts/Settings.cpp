@@ -1,5 +1,8 @@
 #include "hosts/Settings.h"
 
+#include "hosts/ClassProperties.h"
+#include "hosts/HostClassInfo.h"
+
 #include <krcore/containers/Array.h>
 #include <krcore/containers/SimpleArray.h>
 #include <krcore/foundation/InterfacePtr.h>
@@ -17,6 +20,28 @@ constexpr int firstID = fourCharCode("set0");
 constexpr const char* names[] = {"language", "currency", "decimals", "pageWidth", "restore"};
 constexpr int restoreIndex = 4;
 constexpr int restoreID = firstID + restoreIndex;
+
+/// Nobody's table: the listener answers for these, and this is what it says of them.
+constexpr int readWrite = int(InfoType::ReadWrite);
+constexpr LivePropertyInfo settingsTable[] = {
+    {"", PropertyID::Constructor, int(InfoType::Method), "Settings\tMakes settings of its own"},
+    {names[0], firstID, readWrite, "string;;;en\tThe language of texts"},
+    {names[1], firstID + 1, readWrite, "string;;;EUR\tThe currency of amounts"},
+    {names[2], firstID + 2, readWrite, "number;0;;2\tHow many digits behind the point"},
+    {names[3], firstID + 3, readWrite, "number;1;;72\tThe characters on a line"},
+    {names[restoreIndex], restoreID, int(InfoType::Method),
+     "undefined\tSets these back to what they were at first"},
+    {nullptr, 0, 0, nullptr}};
+
+constexpr ClassTexts settingsTexts = {.description =
+                                          "Settings that the host knows, and any others.",
+                                      .details = "Scripts may add properties of any name.",
+                                      .sample = "var settings = new Settings();\n"
+                                                "settings.decimals = 3;\n"
+                                                "settings.colour = \"red\";   // a new one",
+                                      .hasOtherNames = true,
+                                      .members = classProperties<settingsTable>,
+                                      .describesOwnNames = true};
 
 constexpr int requests[] = {MessageID::GetID, MessageID::Get, MessageID::Put, MessageID::Call,
                             MessageID::Enumerate};
@@ -96,6 +121,10 @@ bool SettingsSource::list(LiveMessage& request) const {
 Settings::Settings() : LiveObject("Settings", true) { source_.attach(*this); }
 
 Settings::~Settings() { source_.detach(*this); }
+
+const ClassInfo* Settings::getClassInfo(int flags) const {
+    return HostClassInfo::describe(*this, flags, settingsTexts);
+}
 
 int Settings::clone(LiveObject** result, bool deep) const {
     const auto copy = InterfacePtr<Settings>::adopt(new Settings);

@@ -40,6 +40,7 @@ public:
     Settings();
 
     int clone(KrCore::LiveObject** result, bool deep) const override;
+    const KrCore::ClassInfo* getClassInfo(int flags) const override;
 
 protected:
     ~Settings() override;

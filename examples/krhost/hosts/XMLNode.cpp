@@ -1,6 +1,7 @@
 #include "hosts/XMLNode.h"
 
 #include "hosts/ClassProperties.h"
+#include "hosts/HostClassInfo.h"
 #include "hosts/XMLNames.h"
 
 #include <krcore/containers/Array.h>
@@ -43,29 +44,63 @@ enum XMLNodeID : int {
 constexpr int method = int(InfoType::Method);
 
 constexpr LivePropertyInfo xmlTable[] = {
-    {"", PropertyID::Constructor, method, "XML,text:string"},
-    {"length", Length, int(InfoType::ReadOnly), "number"},
-    {"getName", GetName, method, "string"},
-    {"getValue", GetValue, method, "string"},
-    {"getType", GetType, method, "string"},
-    {"getNamespace", GetNamespace, method, "string"},
-    {"parent", Parent, method, "XML"},
-    {"children", Children, method, "XML"},
-    {"attributes", Attributes, method, "XML"},
-    {"child", Child, method, "XML,name:string"},
-    {"descendants", Descendants, method, "XML"},
-    {"copy", Copy, method, "XML"},
-    {"isEqual", IsEqual, method, "boolean,other:XML"},
-    {"toString", ToString, method, "string"},
-    {"toJSON", ToJSON, method, "string"},
-    {"toXMLString", ToXMLString, method, "string,indent:number"},
-    {"setName", SetName, method, "boolean,name:string"},
-    {"setValue", SetValue, method, "boolean,value:string"},
-    {"add", Add, method, "XML,name:string,value:any"},
-    {"insert", Insert, method, "boolean,node:XML,index:number"},
-    {"remove", Remove, method, "number,name:string"},
-    {"normalize", Normalize, method, "undefined"},
+    {"", PropertyID::Constructor, method,
+     "XML\tParses a text,text:string;;;undefined\tThe markup,"
+     "ignoreWhitespace:boolean;;;false\tWhether to leave out text of blanks alone,"
+     "ignoreComments:boolean;;;false\tWhether to leave out comments,"
+     "ignoreProcessingInstructions:boolean;;;false\tWhether to leave out those"},
+    {"length", Length, int(InfoType::ReadOnly), "number;0\tThe number of children or members"},
+    {"getName", GetName, method, "string\tThe name without its namespace"},
+    {"getValue", GetValue, method, "string\tThe text of an attribute or text or comment"},
+    {"getType", GetType, method, "string\tWhat kind of node this is"},
+    {"getNamespace", GetNamespace, method, "string\tThe URI of the namespace"},
+    {"parent", Parent, method, "XML;;;undefined\tThe node that this one is a child of"},
+    {"children", Children, method, "XML\tA list of the child elements"},
+    {"attributes", Attributes, method, "XML\tA list of the attributes"},
+    {"child", Child, method,
+     "XML\tA list of the children of a name,"
+     "name:string\tThe name; unlike node.name it can be that of a method"},
+    {"descendants", Descendants, method, "XML\tA list of all elements within this one"},
+    {"copy", Copy, method, "XML\tA tree of its own"},
+    {"isEqual", IsEqual, method,
+     "boolean\tWhether both have the same structure,other:XML\tThe other"},
+    {"toString", ToString, method, "string\tThe text of simple content; else markup"},
+    {"toJSON", ToJSON, method, "string\tThe same for JSON.stringify"},
+    {"toXMLString", ToXMLString, method,
+     "string\tMarkup,indent:number;-1;;-1\tThe indentation of each level; -1: all on one line"},
+    {"setName", SetName, method, "boolean\tRenames the node,name:string\tThe new name"},
+    {"setValue", SetValue, method, "boolean\tReplaces the content,value:string\tThe new text"},
+    {"add", Add, method,
+     "XML\tAdds an element or attribute,name:string\tIts name,"
+     "value:any;;;undefined\tIts content; a text or a node that is copied"},
+    {"insert", Insert, method,
+     "boolean\tMoves a node into this one,node:XML\tThe node,"
+     "index:number;0;;undefined\tWhere; else at the end"},
+    {"remove", Remove, method,
+     "number\tRemoves children and gives their number,name:string\tTheir name"},
+    {"normalize", Normalize, method, "undefined\tJoins texts that lie side by side"},
     {nullptr, 0, 0, nullptr}};
+
+constexpr LivePropertyInfo xmlClassTable[] = {
+    {"parse", 1, method,
+     "XML\tThe same as new XML,text:string\tThe markup,"
+     "ignoreWhitespace:boolean;;;false\tWhether to leave out text of blanks alone,"
+     "ignoreComments:boolean;;;false\tWhether to leave out comments,"
+     "ignoreProcessingInstructions:boolean;;;false\tWhether to leave out those"},
+    {nullptr, 0, 0, nullptr}};
+
+constexpr ClassTexts xmlTexts = {
+    .description = "A node of an XML tree or a list of nodes.",
+    .details = "Properties are the lists of children of that name; names of attributes begin with "
+               "\"@\". Elements are single children or members.",
+    .sample = "var shop = new XML(\"<shop><item id='7'>Tea</item></shop>\");\n"
+              "shop.item[\"@id\"] = 8;\n"
+              "for (var i in shop.item) print(shop.item[i]);",
+    .elements = "XML",
+    .hasReadOnlyElements = true,
+    .hasOtherNames = true,
+    .classMembers = classProperties<xmlClassTable>,
+    .members = classProperties<xmlTable>};
 
 } // namespace
 
@@ -138,6 +173,10 @@ InfoType XMLNode::getType(int id) {
     if (String name; XMLNames::nameOf(id, name)) return InfoType::ReadWrite;
     const InfoType kind = propertyManager->getType(id);
     return kind != InfoType::Unknown ? kind : LiveObject::getType(id);
+}
+
+const ClassInfo* XMLNode::getClassInfo(int flags) const {
+    return HostClassInfo::describe(*this, flags, xmlTexts);
 }
 
 bool XMLNode::has(const String& name) const {

@@ -31,6 +31,7 @@ public:
     int getNameForID(int id, KrCore::String& name, int flags) const override;
     int enumerate(KrCore::SimpleArray& ids, int flags) const override;
     KrCore::InfoType getType(int id) override;
+    const KrCore::ClassInfo* getClassInfo(int flags) const override;
     int get(int id, KrCore::Variant& result, KrCore::Error* err) const override;
     int put(int id, const KrCore::Variant& value, KrCore::Error* err) override;
     int deleteID(int id) override;
