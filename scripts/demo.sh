@@ -36,6 +36,7 @@ run shelves.in shelves.js 24
 run words.in words.js 5
 run report.in report.js
 run /dev/null convert.js
+run /dev/null notebook.js
 run /dev/null properties.js
 run /dev/null text.js
 run /dev/null errors.js

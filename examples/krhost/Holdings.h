@@ -2,7 +2,7 @@
 
 #include <krcore/foundation/InterfacePtr.h>
 #include <krcore/live/InfoType.h>
-#include <krcore/live/LiveObject.h>
+#include <krcore/live/LiveCollection.h>
 
 #include <array>
 #include <cstdint>
@@ -30,7 +30,9 @@ struct Resolved {
 
 /// The holding of the script object that stands for a live object.
 struct HeldObject : Holding {
-    using Holding::Holding;
+    explicit HeldObject(KrCore::LiveObject& held)
+        : Holding(held), collection(as<KrCore::LiveCollection>(KrCore::TypeTag::Collection)),
+          elements(as<KrCore::Array>(KrCore::TypeTag::ArrayElements)) {}
 
     /// A name that was resolved. Names are strings of the engine, which has each text once, so
     /// their address stands for them; the script object keeps them from being collected.
@@ -47,8 +49,19 @@ struct HeldObject : Holding {
 
     void* scriptObject = nullptr; // borrowed: the script object takes itself out when it goes
     bool hasNote = false;         // whether script objects were written into its properties
+    bool hasElementNote = false;  // whether any were written into `elements`
     unsigned stamp = 0;           // the object's definition stamp when the names were resolved
     std::array<CachedName, cacheSize> names;
+
+    // The object by other names, borrowed from it.
+    KrCore::LiveCollection* collection; // null when it has no elements
+    KrCore::Array* elements;            // null unless they are in the object
+
+private:
+    template <class Type>
+    Type* as(int tag) const {
+        return static_cast<Type*>(object->getAs(tag));
+    }
 };
 
 /// The holding of a function that stands for a method or a callable property of a live object.

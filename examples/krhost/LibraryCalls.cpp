@@ -6,7 +6,7 @@
 #include <krcore/containers/SimpleArray.h>
 #include <krcore/foundation/InterfacePtr.h>
 #include <krcore/live/ClassInfo.h>
-#include <krcore/live/LiveObject.h>
+#include <krcore/live/LiveCollection.h>
 #include <krcore/live/PropertyFlags.h>
 #include <krcore/values/Error.h>
 #include <krcore/values/Variant.h>
@@ -134,6 +134,35 @@ int LibraryCalls::enumerate(const LiveObject& object, SimpleArray& ids) const {
     const int code = object.enumerate(ids, RequestFlag::Library | RequestFlag::ReadWrite |
                                                RequestFlag::ReadOnly);
     if (trace_) print(object, "enumerate()", code, std::to_string(ids.length()) + " ids");
+    return code;
+}
+
+int LibraryCalls::getLength(const LiveCollection& collection, unsigned& length) const {
+    const int code = collection.getLength(length);
+    if (trace_) print(collection, "getLength()", code, std::to_string(length));
+    return code;
+}
+
+int LibraryCalls::getByIndex(const LiveCollection& collection, unsigned index, Variant& result,
+                             Error* err) const {
+    const int code = collection.getByIndex(index, result, err);
+    if (trace_)
+        print(collection, "getByIndex(" + std::to_string(index) + ")", code, describe(result));
+    return code;
+}
+
+int LibraryCalls::putByIndex(LiveCollection& collection, unsigned index, const Variant& value,
+                             Error* err) const {
+    const int code = collection.putByIndex(index, value, err);
+    if (trace_)
+        print(collection, "putByIndex(" + std::to_string(index) + ", " + describe(value) + ")",
+              code);
+    return code;
+}
+
+int LibraryCalls::deleteByIndex(LiveCollection& collection, unsigned index) const {
+    const int code = collection.deleteByIndex(index);
+    if (trace_) print(collection, "deleteByIndex(" + std::to_string(index) + ")", code);
     return code;
 }
 

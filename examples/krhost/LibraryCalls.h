@@ -7,6 +7,7 @@
 namespace KrCore {
 class Array;
 class Error;
+class LiveCollection;
 class LiveObject;
 class SimpleArray;
 class String;
@@ -37,6 +38,12 @@ public:
     int deleteID(KrCore::LiveObject& object, int id) const;
     /// The properties that a script lists; methods and hidden ones are left out.
     int enumerate(const KrCore::LiveObject& object, KrCore::SimpleArray& ids) const;
+    int getLength(const KrCore::LiveCollection& collection, unsigned& length) const;
+    int getByIndex(const KrCore::LiveCollection& collection, unsigned index,
+                   KrCore::Variant& result, KrCore::Error* err) const;
+    int putByIndex(KrCore::LiveCollection& collection, unsigned index, const KrCore::Variant& value,
+                   KrCore::Error* err) const;
+    int deleteByIndex(KrCore::LiveCollection& collection, unsigned index) const;
     /// The description of the object's class as XML text. 45 for an invalid object, which has none.
     int describeClass(const KrCore::LiveObject& object, KrCore::String& result) const;
     int toString(const KrCore::LiveObject& object, KrCore::String& result) const;

@@ -1,5 +1,6 @@
 #include "ObjectTraps.h"
 
+#include "ElementTraps.h"
 #include "MethodBridge.h"
 #include "RingCollector.h"
 #include "ScriptEngine.h"
@@ -129,12 +130,14 @@ duk_ret_t ObjectTraps::refuse(CallFrame& frame, const HeldObject& held, int id, 
 }
 
 duk_ret_t ObjectTraps::get(CallFrame& frame) {
+    HeldObject& held = target(frame);
+    if (unsigned index = 0; ElementTraps::isElement(frame.context, nameIndex, held, index))
+        return ElementTraps::get(frame, held, index);
     if (isSymbol(frame)) {
         duk_dup(frame.context, nameIndex);
         duk_get_prop(frame.context, targetIndex);
         return 1;
     }
-    HeldObject& held = target(frame);
     Resolved property;
     int code = resolve(frame, held, property);
     if (code == ErrorCode::NotFound) {
@@ -154,6 +157,9 @@ duk_ret_t ObjectTraps::get(CallFrame& frame) {
 }
 
 duk_ret_t ObjectTraps::set(CallFrame& frame) {
+    HeldObject& held = target(frame);
+    if (unsigned index = 0; ElementTraps::isElement(frame.context, nameIndex, held, index))
+        return ElementTraps::set(frame, held, index, valueIndex);
     if (isSymbol(frame)) {
         duk_dup(frame.context, nameIndex);
         duk_dup(frame.context, valueIndex);
@@ -161,7 +167,6 @@ duk_ret_t ObjectTraps::set(CallFrame& frame) {
         duk_push_true(frame.context);
         return 1;
     }
-    HeldObject& held = target(frame);
     frame.engine.values().read(frame, valueIndex, frame.value);
     Resolved property;
     int code = resolve(frame, held, property);
@@ -183,13 +188,16 @@ duk_ret_t ObjectTraps::set(CallFrame& frame) {
 
 duk_ret_t ObjectTraps::has(CallFrame& frame) {
     duk_context* context = frame.context;
+    HeldObject& held = target(frame);
+    if (unsigned index = 0; ElementTraps::isElement(context, nameIndex, held, index))
+        return ElementTraps::has(frame, held, index);
     if (isSymbol(frame)) {
         duk_dup(context, nameIndex);
         duk_push_boolean(context, duk_has_prop(context, targetIndex));
         return 1;
     }
     Resolved property;
-    const int code = resolve(frame, target(frame), property);
+    const int code = resolve(frame, held, property);
     if (code != ErrorCode::Ok && code != ErrorCode::NotFound) return refuseName(frame, code);
     bool found = code == ErrorCode::Ok;
     if (!found) {
@@ -204,11 +212,13 @@ duk_ret_t ObjectTraps::has(CallFrame& frame) {
 /// False, which the language turns into a TypeError in strict code, for what cannot be deleted.
 duk_ret_t ObjectTraps::deleteProperty(CallFrame& frame) {
     bool gone = true;
+    HeldObject& held = target(frame);
+    if (unsigned index = 0; ElementTraps::isElement(frame.context, nameIndex, held, index))
+        return ElementTraps::remove(frame, held, index);
     if (isSymbol(frame)) {
         duk_dup(frame.context, nameIndex);
         duk_del_prop(frame.context, targetIndex);
     } else {
-        HeldObject& held = target(frame);
         Resolved property;
         int code = resolve(frame, held, property);
         if (code == ErrorCode::Ok) {
@@ -231,10 +241,30 @@ void forgetListing(duk_context* context) {
     duk_pop(context);
 }
 
+/// Adds the name on top of the stack to the listing below it. The engine lists a name only when the
+/// target has a property of that name, so the target gets one; nobody reads it.
+void addToListing(duk_context* context, duk_uarridx_t count) {
+    duk_dup_top(context);
+    duk_def_prop(context, targetIndex, DUK_DEFPROP_SET_WEC); // past any setter of the prototype
+    duk_put_prop_index(context, -2, count);
+}
+
+duk_uarridx_t listElements(CallFrame& frame, const HeldObject& held) {
+    const unsigned length = ElementTraps::lengthToList(frame, held);
+    duk_uarridx_t count = 0;
+    for (unsigned index = 0; index < length; ++index) {
+        if (!ElementTraps::isThere(held, index)) continue;
+        if (count == ElementTraps::maxListed) ElementTraps::refuseToList(frame);
+        duk_push_uint(frame.context, index);
+        duk_to_string(frame.context, -1);
+        addToListing(frame.context, count++);
+    }
+    return count;
+}
+
 } // namespace
 
-/// The engine lists a name only when the target has a property of that name, so the target gets one
-/// for each; nobody reads them.
+/// Elements come first, as in the language's own arrays.
 duk_ret_t ObjectTraps::ownKeys(CallFrame& frame) {
     duk_context* context = frame.context;
     HeldObject& held = target(frame);
@@ -242,16 +272,14 @@ duk_ret_t ObjectTraps::ownKeys(CallFrame& frame) {
     if (code != ErrorCode::Ok) return frame.engine.errors().raise(frame, code);
     forgetListing(context);
     duk_push_array(context);
-    duk_uarridx_t count = 0;
+    duk_uarridx_t count = listElements(frame, held);
     for (int i = 0; i < frame.ids.length(); ++i) {
         const int id = static_cast<int>(frame.ids.getData()[i]);
         if (frame.engine.calls().getNameForID(*held.object, id, frame.name) != ErrorCode::Ok) {
             continue;
         }
         TextBridge::push(context, frame.name);
-        duk_dup_top(context);
-        duk_def_prop(context, targetIndex, DUK_DEFPROP_SET_WEC); // past any setter of the prototype
-        duk_put_prop_index(context, -2, count++);
+        addToListing(context, count++);
     }
     return 1;
 }
@@ -281,6 +309,9 @@ duk_ret_t ObjectTraps::valueOf(CallFrame& frame) {
 duk_ret_t ObjectTraps::hasOwnProperty(CallFrame& frame) {
     duk_to_string(frame.context, 0);
     LiveObject& object = thisObject(frame);
+    const HeldObject& held = *heldObject(frame.context, -1);
+    if (unsigned index = 0; ElementTraps::isElement(frame.context, 0, held, index))
+        return ElementTraps::has(frame, held, index);
     TextBridge::read(frame.context, 0, frame.name);
     Resolved property;
     const int code =

@@ -8,6 +8,7 @@ namespace krhost {
 /// What happens when a script uses an object that stands for a live object: `obj.name`,
 /// `obj.name = v`, `name in obj`, `delete obj.name` and `for (name in obj)`, each as calls on the
 /// live object. What the live object does not know is looked for in the prototype of its class.
+/// Indexes are left to `ElementTraps`.
 class ObjectTraps {
 public:
     /// Where the target of a proxy keeps its holding. Scripts cannot make such a key, and a proxy

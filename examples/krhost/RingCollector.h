@@ -17,6 +17,10 @@ namespace krhost {
 /// Each object's proxy notes the script objects that were written into its properties. When only
 /// the script holds a live object, and only such properties hold a script object, the engine's
 /// collector is shown the note in the place of the host's reference, and then sees the ring.
+///
+/// Elements move about, so those that an object keeps itself (`LiveArray`) are noted when
+/// collecting starts. Script objects in elements that a component or listener keeps are not looked
+/// for: others may have them, too.
 class RingCollector {
 public:
     explicit RingCollector(ScriptEngine& engine) : engine_(engine) {}
@@ -29,7 +33,10 @@ public:
 
 private:
     void findCandidates(CallFrame& frame);
-    void countReferences(CallFrame& frame, KrCore::LiveObject& candidate);
+    void noteElements(CallFrame& frame, HeldObject& held);
+    void countReferences(KrCore::LiveObject& candidate);
+    template <class Action>
+    void forEachNote(const HeldObject& held, Action action);
     void letGo();
     void keepSurvivors(CallFrame& frame);
     HeldObject* heldBy(const KrCore::LiveObject* object) const;

@@ -9,3 +9,6 @@ settings.depth = 7; // unknown to everybody, so it is created
 settings.decimals = settings.depth;
 delete settings.depth;
 new Document("draft").close();
+var list = new List("a");
+list[1] = list[0];
+delete list[0]; // an array leaves that to its listeners, and none is there

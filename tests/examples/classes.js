@@ -29,7 +29,7 @@ function members(object, type) {
 
 var box = new XML(describe(new Box(1, 1)), true);
 check("class", box.getName() === "classdef" && box["@name"] == "Box" && box.superclass == "Object");
-check("every text is there", [new Box(1, 1), new Document("d"), new Settings(), new XML(), new File("f"), new Folder(),
+check("every text is there", [new Box(1, 1), new Document("d"), new Document("e").lines, new List(), new Settings(), new XML(), new File("f"), new Folder(),
     SeekFrom].every(function (object) {
     var description = new XML(describe(object), true), all = description.descendants(), described = 0, named = 0;
     for (var i in all) {
@@ -43,7 +43,7 @@ check("every text is there", [new Box(1, 1), new Document("d"), new Settings(), 
 check("two ways", members(new Box(1, 1), "instance").split(",title").length === 3);
 check("class members", members(new Folder(), "class") === "current,startup,temp,userData,desktop" &&
       members(new XML(), "class") === "parse" && members(SeekFrom, "class") === "Start,Here,End");
-check("constructors", [new Box(1, 1), new Settings(), new XML()].every(function (object) {
+check("constructors", [new Box(1, 1), new List(), new Settings(), new XML()].every(function (object) {
     return members(object, "constructor") === object.constructor.name;
 }));
 

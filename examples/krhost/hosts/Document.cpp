@@ -2,6 +2,7 @@
 
 #include "hosts/ClassProperties.h"
 #include "hosts/HostClassInfo.h"
+#include "hosts/Lines.h"
 
 #include <krcore/containers/Array.h>
 #include <krcore/foundation/InterfacePtr.h>
@@ -16,7 +17,7 @@ using namespace KrCore;
 
 namespace {
 
-enum DocumentID : int { Name = 1, Length, Append, Line, Close };
+enum DocumentID : int { Name = 1, Length, LinesObject, Append, Line, Close };
 
 constexpr int method = int(InfoType::Method);
 
@@ -26,6 +27,7 @@ constexpr LivePropertyInfo documentTable[] = {
      "name:string;;;untitled\tIts name"},
     {"name", Name, int(InfoType::ReadWrite), "string\tThe name"},
     {"length", Length, int(InfoType::ReadOnly), "number;0\tThe number of lines"},
+    {"lines", LinesObject, int(InfoType::ReadOnly), "Lines\tThe lines as elements"},
     {"append", Append, method,
      "number\tAdds a line and gives their number,text:string\tThe new line"},
     {"line", Line, method, "string\tOne of the lines,index:number;0\tIts number from 0 on"},
@@ -37,7 +39,7 @@ constexpr ClassTexts documentTexts = {
     .details = "It can be closed while a script still has it, by the script or by the host.",
     .sample = "var doc = new Document(\"notes\");\n"
               "doc.append(\"first line\");\n"
-              "print(doc.length, doc.line(0));\n"
+              "print(doc.length, doc.lines[0]);\n"
               "doc.close();"};
 
 } // namespace
@@ -114,10 +116,22 @@ int Document::get(int id, Variant& result, Error* err) const {
         result = name_;
     } else if (lines_ && id == Length) {
         result = lines_->length();
+    } else if (lines_ && id == LinesObject) {
+        readLines(result);
     } else {
         return LiveObject::get(id, result, err); // 45 for a closed document
     }
     return ErrorCode::Ok;
+}
+
+/// The lines hold the document, so the document does not hold them.
+void Document::readLines(Variant& result) const {
+    auto lines = linesObject_.lock();
+    if (!lines) {
+        lines = InterfacePtr<Lines>::adopt(new Lines(const_cast<Document&>(*this)));
+        linesObject_ = lines.get();
+    }
+    result = lines.get();
 }
 
 int Document::put(int id, const Variant& value, Error* err) {

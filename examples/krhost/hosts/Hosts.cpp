@@ -5,6 +5,8 @@
 #include "hosts/Document.h"
 #include "hosts/FileObject.h"
 #include "hosts/FolderObject.h"
+#include "hosts/Lines.h"
+#include "hosts/List.h"
 #include "hosts/SeekFrom.h"
 #include "hosts/Settings.h"
 #include "hosts/XMLNode.h"
@@ -31,6 +33,8 @@ void registerFactories() {
     registerFactory<Box>();
     registerFactory<Settings>();
     registerFactory<Document>();
+    registerFactory<Lines>(sampleFlags);
+    registerFactory<List>();
     registerFactory<XMLNode>();
     registerFactory<FileObject>();
     registerFactory<FolderObject>();

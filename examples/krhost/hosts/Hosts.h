@@ -13,6 +13,7 @@ namespace krhost::Hosts {
 /// How scripts come by the objects of a host class.
 enum class Role {
     Constructed, ///< By a constructor of this name.
+    Returned,    ///< From properties and methods of other classes.
     Constants    ///< As a global of this name: an enumeration.
 };
 
@@ -22,9 +23,9 @@ struct HostClass {
 };
 
 inline constexpr HostClass classes[] = {
-    {"Box", Role::Constructed},   {"Settings", Role::Constructed}, {"Document", Role::Constructed},
-    {"XML", Role::Constructed},   {"File", Role::Constructed},     {"Folder", Role::Constructed},
-    {"SeekFrom", Role::Constants}};
+    {"Box", Role::Constructed},  {"Settings", Role::Constructed}, {"Document", Role::Constructed},
+    {"Lines", Role::Returned},   {"List", Role::Constructed},     {"XML", Role::Constructed},
+    {"File", Role::Constructed}, {"Folder", Role::Constructed},   {"SeekFrom", Role::Constants}};
 
 /// Registers one factory for each of them, after the library has started.
 void registerFactories();
