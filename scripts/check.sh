@@ -73,7 +73,7 @@ run_stage() {
                 { tail -n 40 build/clang-tidy.log; exit 1; }
             ;;
         native)
-            scripts/setup.sh base
+            scripts/setup.sh base typescript
             configure dev
             cmake --build --preset dev
             run_tests dev

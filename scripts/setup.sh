@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs what the build needs and is missing, from the machine's own Debian package sources.
-# Usage: scripts/setup.sh [base|windows|benchmarks]...    (base when nothing is named)
+# Usage: scripts/setup.sh [base|format|windows|benchmarks|typescript]...    (base when nothing is named)
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -24,11 +24,27 @@ install_missing() {
     "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -q -y --no-install-recommends "${missing[@]}"
 }
 
+# The TypeScript compiler that a test of krhost's declarations runs, from npm into build/typescript.
+typescript=5.9.3
+
+install_typescript() {
+    local folder=build/typescript missing=()
+    ! grep -qs "\"version\": \"$typescript\"" "$folder/node_modules/typescript/package.json" || return 0
+    command -v node > /dev/null || command -v nodejs > /dev/null || missing+=(nodejs)
+    command -v npm > /dev/null || missing+=(npm)
+    install_missing "${missing[@]}"
+    echo "setup: installing typescript $typescript"
+    rm -rf "$folder"
+    mkdir -p "$folder"
+    npm install --prefix "$folder" --no-save --no-audit --no-fund --loglevel=error "typescript@$typescript"
+}
+
 for group in "${@:-base}"; do
     case "$group" in
         base) install_missing "${base[@]}" ;;
         format) install_missing "${format[@]}" ;;
         windows) install_missing "${windows[@]}"; scripts/windows-dependencies.sh ;;
+        typescript) install_typescript ;;
         benchmarks) install_missing "${benchmarks[@]}" ;;
         *) echo "setup: unknown group $group" >&2; exit 2 ;;
     esac

@@ -46,7 +46,6 @@ duk_ret_t constructError(duk_context* context) {
 
 constexpr const char* languageClasses[] = {
     "Error", "TypeError", "SyntaxError", "ReferenceError", "RangeError", "EvalError", "URIError"};
-constexpr const char* addedClasses[] = {"InternalError", "FatalError", "IOError"};
 
 /// Like the properties the language itself defines: not listed.
 constexpr duk_uint_t plainProperty = DUK_DEFPROP_HAVE_VALUE | DUK_DEFPROP_SET_WRITABLE |

@@ -19,6 +19,9 @@ namespace krhost {
 /// along as the record's data: when it comes back to a script it is the very value that was thrown.
 class ErrorBridge {
 public:
+    /// The classes that `install` adds to those of the language.
+    static constexpr const char* addedClasses[] = {"InternalError", "FatalError", "IOError"};
+
     explicit ErrorBridge(ScriptEngine& engine) : engine_(engine) {}
 
     /// Defines the error classes as globals.

@@ -9,10 +9,12 @@ namespace krhost {
 
 /// The command line of krhost.
 struct Options {
-    enum class Action { RunFile, RunCode, RunInput, ShowHelp, ShowVersion };
+    enum class Action { RunFile, RunCode, RunInput, Describe, ShowHelp, ShowVersion };
+    enum class Format { XML, TypeScript };
 
     Action action = Action::RunInput;
-    std::string script; ///< The file's name, or the code of `-e`.
+    Format format = Format::XML;
+    std::string script; ///< The file's name, or the code of `-e`, or the class to describe.
     std::vector<std::string> arguments;
     ScriptEngine::Settings settings;
 
@@ -21,6 +23,10 @@ struct Options {
     /// Reads the words behind the program's name. False, with `complaint` filled, when they are
     /// wrong.
     bool parse(const std::vector<std::string>& words, std::string& complaint);
+
+private:
+    bool parseClass(const std::vector<std::string>& words, std::size_t next,
+                    std::string& complaint);
 };
 
 } // namespace krhost

@@ -16,9 +16,6 @@ namespace {
 /// Longer arrays are read by their defined elements instead of index by index.
 constexpr unsigned denseLength = 65536;
 
-constexpr const char* pointNames[] = {"x", "y"};
-constexpr const char* rectNames[] = {"left", "top", "right", "bottom"};
-
 /// The number of own properties that are listed, at most `limit`.
 int countProperties(duk_context* context, duk_idx_t index, int limit) {
     int count = 0;

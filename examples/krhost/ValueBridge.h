@@ -21,6 +21,9 @@ class ValueBridge {
 public:
     static constexpr int maxArrayDepth = 100;
     static constexpr unsigned maxArrayLength = 10'000'000;
+    /// The numbers that a point and a rectangle consist of.
+    static constexpr const char* pointNames[] = {"x", "y"};
+    static constexpr const char* rectNames[] = {"left", "top", "right", "bottom"};
 
     explicit ValueBridge(ScriptEngine& engine) : engine_(engine) {}
 

@@ -1,6 +1,7 @@
 // krhost: runs JavaScript with live objects of the library in it. Made to be copied from; README.md
 // beside this file says where to look for what.
 
+#include "Descriptions.h"
 #include "LineReader.h"
 #include "Options.h"
 #include "Repl.h"
@@ -55,10 +56,21 @@ int runScript(ScriptEngine& engine, const Options& options) {
             return Success;
         }
         return engine.run(readAll(stdin), "stdin") ? Success : ScriptFailed;
+    case Options::Action::Describe:
     case Options::Action::ShowHelp:
     case Options::Action::ShowVersion:
         break;
     }
+    return Success;
+}
+
+int printDescription(const Options& options) {
+    std::string text;
+    if (!Descriptions::make(options.format, options.script, text)) {
+        std::fprintf(stderr, "krhost: %s\n", text.c_str());
+        return ScriptFailed;
+    }
+    std::fwrite(text.data(), 1, text.size(), stdout);
     return Success;
 }
 
@@ -73,10 +85,12 @@ int start(const Options& options) {
     case Options::Action::RunFile:
     case Options::Action::RunCode:
     case Options::Action::RunInput:
+    case Options::Action::Describe:
         break;
     }
     const Library library;
     Hosts::registerFactories();
+    if (options.action == Options::Action::Describe) return printDescription(options);
     ScriptEngine engine(options.settings);
     engine.setArguments(options.arguments);
     return runScript(engine, options);
