@@ -16,6 +16,8 @@ LiveObjectClassInfo::LiveObjectClassInfo(LiveObject& object, int flags)
 
 LiveObjectClassInfo::~LiveObjectClassInfo() = default;
 
+InterfacePtr<LiveObject> LiveObjectClassInfo::getObject() const { return object_.lock(); }
+
 int LiveObjectClassInfo::getLanguage() const { return language_; }
 
 bool LiveObjectClassInfo::getName(String& name) const {

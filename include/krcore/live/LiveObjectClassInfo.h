@@ -34,7 +34,7 @@ protected:
     ~LiveObjectClassInfo() override;
 
     /// The object, for as long as it is worked with; null once it is gone.
-    InterfacePtr<LiveObject> getObject() const { return object_.lock(); }
+    InterfacePtr<LiveObject> getObject() const;
 
 private:
     bool isEnumeration() const;
