@@ -68,7 +68,7 @@ run_stage() {
             python3 scripts/check_layers.py
             git ls-files '*.h' '*.cpp' | grep -v '\.gen\.cpp$' | xargs clang-format --dry-run -Werror
             configure dev
-            git ls-files '*.cpp' | grep -E '^(foundation|text|containers|values|xml|files|live|platform/posix)/' |
+            git ls-files '*.cpp' | grep -E '^(foundation|text|containers|regexp|values|xml|files|live|platform/posix)/' |
                 grep -v '\.gen\.cpp$' | xargs -P2 -n4 clang-tidy --quiet -p build/dev 2> build/clang-tidy.log ||
                 { tail -n 40 build/clang-tidy.log; exit 1; }
             ;;

@@ -10,7 +10,7 @@ import subprocess
 import sys
 from pathlib import Path
 
-LAYERS = ["platform", "foundation", "text", "containers", "values", "xml", "files", "messages", "live"]
+LAYERS = ["platform", "foundation", "text", "containers", "regexp", "values", "xml", "files", "messages", "live"]
 
 UPWARD_STEPS = {
     # beginning of the file's name: families above its own that it may include, and why
@@ -34,7 +34,7 @@ LONG = re.compile(r"\blong\b")
 FIXED_SIZE_LONG = re.compile(r"\blong long\b|\blong double\b")
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]', re.MULTILINE)
 COMMENT = re.compile(r"//[^\n]*|/\*.*?\*/|\"(?:\\.|[^\"\\\n])*\"", re.DOTALL)
-PRODUCT = ("include/", "platform/", "foundation/", "text/", "containers/", "values/", "xml/", "files/", "live/")
+PRODUCT = ("include/", "platform/", "foundation/", "text/", "containers/", "regexp/", "values/", "xml/", "files/", "live/")
 
 
 def family(path):

@@ -36,6 +36,7 @@ Variant::Variant(const Array& array) : type_(VariantType::Array) {
 }
 
 Variant::Variant(const FileSpec& file) : Variant() { setFileSpec(file); }
+Variant::Variant(const RegExp& expression) : Variant() { setRegExp(expression); }
 Variant::Variant(const UnitValue& value) : Variant() { setUnitValue(value); }
 
 Variant::Variant(LiveObject& object, int info) : Variant() { setLiveObject(object, info); }
@@ -154,6 +155,11 @@ Variant& Variant::operator=(const Array& array) {
 
 Variant& Variant::operator=(const FileSpec& file) {
     setFileSpec(file);
+    return *this;
+}
+
+Variant& Variant::operator=(const RegExp& expression) {
+    setRegExp(expression);
     return *this;
 }
 

@@ -1,6 +1,7 @@
 #include <krcore/values/Variant.h>
 
 #include <krcore/files/FileSpec.h>
+#include <krcore/regexp/RegExp.h>
 #include <krcore/text/String.h>
 #include <krcore/values/Point.h>
 #include <krcore/values/Rect.h>
@@ -63,6 +64,9 @@ bool Variant::compareSameKind(const Variant& other, int& order) const {
     case VariantType::FileSpec:
         order = payload_.fileSpec->getPath().cmp(other.payload_.fileSpec->getPath());
         return true;
+    case VariantType::RegExp:
+        order = payload_.regExp->getPattern().cmp(other.payload_.regExp->getPattern());
+        return true;
     case VariantType::UnitValue:
         order = payload_.unitValue->cmp(*other.payload_.unitValue);
         return true;
@@ -70,7 +74,6 @@ bool Variant::compareSameKind(const Variant& other, int& order) const {
     case VariantType::Object:
     case VariantType::LiveObject:
     case VariantType::Array:
-    case VariantType::RegExp:
         break;
     }
     return false;

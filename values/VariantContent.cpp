@@ -5,6 +5,7 @@
 #include <krcore/foundation/Cloneable.h>
 #include <krcore/foundation/InterfacePtr.h>
 #include <krcore/live/LiveCollection.h>
+#include <krcore/regexp/RegExp.h>
 #include <krcore/values/JSObject.h>
 #include <krcore/values/Point.h>
 #include <krcore/values/Rect.h>
@@ -60,12 +61,14 @@ Variant::Content Variant::copyContentFor(const Variant& owner) const {
     case VariantType::FileSpec:
         copy.payload.fileSpec = new FileSpec(*payload_.fileSpec);
         break;
+    case VariantType::RegExp:
+        copy.payload.regExp = new RegExp(*payload_.regExp);
+        break;
     case VariantType::Undefined:
     case VariantType::Null:
     case VariantType::Bool:
     case VariantType::Number:
     case VariantType::String:
-    case VariantType::RegExp:
         break;
     }
     return copy;
@@ -103,12 +106,14 @@ void Variant::destroyContent(const Content& content) noexcept {
     case VariantType::FileSpec:
         delete content.payload.fileSpec;
         break;
+    case VariantType::RegExp:
+        delete content.payload.regExp;
+        break;
     case VariantType::Undefined:
     case VariantType::Null:
     case VariantType::Bool:
     case VariantType::Number:
     case VariantType::String:
-    case VariantType::RegExp:
         break;
     }
 }
@@ -153,6 +158,10 @@ void Variant::setArray(const Array& array) {
 
 void Variant::setFileSpec(const FileSpec& file) {
     install({VariantType::FileSpec, {.fileSpec = new FileSpec(file)}, {}});
+}
+
+void Variant::setRegExp(const RegExp& expression) {
+    install({VariantType::RegExp, {.regExp = new RegExp(expression)}, {}});
 }
 
 void Variant::setUnitValue(const UnitValue& value) {
@@ -245,7 +254,9 @@ const FileSpec* Variant::getFileSpec() const {
     return type_ == VariantType::FileSpec ? payload_.fileSpec : nullptr;
 }
 
-const RegExp* Variant::getRegExp() const { return nullptr; }
+const RegExp* Variant::getRegExp() const {
+    return type_ == VariantType::RegExp ? payload_.regExp : nullptr;
+}
 
 LiveObject* Variant::getLiveObject() const {
     return type_ == VariantType::LiveObject ? payload_.liveObject : nullptr;

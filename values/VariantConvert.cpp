@@ -6,6 +6,7 @@
 #include <krcore/foundation/ErrorCode.h>
 #include <krcore/foundation/InterfacePtr.h>
 #include <krcore/live/LiveObject.h>
+#include <krcore/regexp/RegExp.h>
 #include <krcore/values/JSObject.h>
 #include <krcore/values/Point.h>
 #include <krcore/values/Rect.h>
@@ -100,16 +101,17 @@ bool Variant::getBool() const {
         return true;
     case VariantType::UnitValue:
         return payload_.unitValue->getValue() != 0;
+    case VariantType::RegExp:
+        return payload_.regExp->getPattern() == "true";
     case VariantType::Undefined:
     case VariantType::Null:
     case VariantType::Point:
     case VariantType::Rect:
     case VariantType::Array:
     case VariantType::FileSpec:
-    case VariantType::RegExp:
         break;
     }
-    // Kept: these are true if their text is "true", and none of them has such a text (held by
+    // Kept: all these are true if their text is "true", which only a pattern can be (held by
     // VariantConvert.TakesOnlyTheTextTrueForTrue).
     return false;
 }
@@ -268,7 +270,7 @@ void Variant::formText(String& text) const {
         text = "[object File]";
         break;
     case VariantType::RegExp:
-        text.erase();
+        text = payload_.regExp->getPattern();
         break;
     }
 }

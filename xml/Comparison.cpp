@@ -1,5 +1,5 @@
+#include "foundation/WorkStack.h"
 #include "xml/NamePattern.h"
-#include "xml/WorkStack.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "xml/WorkStack.h"
+#include "foundation/WorkStack.h"
 #include "xml/XMLTree.h"
 
 #include <cstddef>

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "foundation/WorkStack.h"
 #include "text/Units.h"
 #include "xml/BlankUnits.h"
-#include "xml/WorkStack.h"
 
 #include <cstddef>
 #include <cstdint>

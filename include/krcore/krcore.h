@@ -8,6 +8,7 @@
 #include <krcore/foundation.h>
 #include <krcore/live.h>
 #include <krcore/messages.h>
+#include <krcore/regexp.h>
 #include <krcore/text.h>
 #include <krcore/values.h>
 #include <krcore/xml.h>

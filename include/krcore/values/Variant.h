@@ -65,8 +65,6 @@ concept VariantForeignPointer =
 ///   questions about numbers too, as they fill caches, and so for elements that copies of an array
 ///   share; copying, comparing, `toString(text)` and the other getters only read. Conversions of a
 ///   live object hold that object's lock while they call it.
-/// - Values of the kind `RegExp` cannot be made yet. Their setters are declared but join the
-///   library with their class.
 class KR_API Variant : public Heap {
 public:
     /// The result of `compare` for values without an order.
@@ -383,6 +381,7 @@ private:
         Rect* rect;
         Array* array;
         FileSpec* fileSpec;
+        RegExp* regExp;
         UnitValue* unitValue;
     };
     /// The second word: the data of an `Object`, the info of a `LiveObject`.

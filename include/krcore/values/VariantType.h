@@ -15,7 +15,7 @@ enum class VariantType : int {
     Rect = 8,
     Array = 9,
     FileSpec = 10,
-    RegExp = 11, ///< Reserved: no value of this kind can be made yet.
+    RegExp = 11,
     UnitValue = 12
 };
 
