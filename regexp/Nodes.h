@@ -1,11 +1,12 @@
 #pragma once
 
 #include "regexp/MatchState.h"
-#include "regexp/UnitSet.h"
+#include "regexp/UnitRanges.h"
 
 #include <krcore/foundation/Root.h>
 #include <krcore/text/String.h>
 
+#include <cstdint>
 #include <memory>
 #include <utility>
 
@@ -54,6 +55,8 @@ public:
     /// is no group.
     int firstSlot() const { return firstSlot_; }
     bool hasAlternation() const { return hasAlternation_; }
+    /// How many nodes lie within each other here: 0 for one without any within.
+    int height() const { return height_; }
 
     reAtom* next = nullptr;
     reAtom* prev = nullptr;
@@ -69,6 +72,7 @@ protected:
     bool isBacktrackable_ = false;
     bool hasAlternation_ = false;
     int firstSlot_ = noSlot;
+    int height_ = 0;
 
 private:
     NodeKind kind_;
@@ -174,16 +178,27 @@ private:
 
 class reSet : public reAtom {
 public:
-    explicit reSet(bool negated) : reAtom(NodeKind::Set), negated_(negated) {}
+    /// Takes what was collected. Without regard to case, the upper-case mapping of a unit is looked
+    /// up and then the lower-case one, but never the unit itself.
+    reSet(UnitRanges& ranges, bool negated, bool ignoreCase);
     bool match(MatchState& state) const override;
-    /// Whether one unit matches. Without regard to case the upper-case mapping is looked up and
-    /// then the lower-case one, but never the unit itself.
-    bool accepts(unsigned short unit, bool ignoreCase) const;
-
-    UnitSet units;
+    /// Whether one unit matches.
+    bool accepts(unsigned short unit) const {
+        if (unit >= UnitSet::lowCount) return acceptsByRule(unit);
+        return (low_[unit >> 5U] >> (unit & 31U) & 1U) != 0;
+    }
+    /// Whether some unit may match both; true also when that is not sure.
+    bool mayShareUnits(const reSet& other) const;
+    /// Whether a unit from 256 on may match.
+    bool mayAcceptHigh() const { return negated_ || ignoreCase_ || units_.hasHigh(); }
 
 private:
+    bool acceptsByRule(unsigned short unit) const;
+
+    UnitSet units_;
+    std::uint32_t low_[UnitSet::lowCount / 32] = {}; // the answers for units below 256
     bool negated_;
+    bool ignoreCase_;
 };
 
 /// A node with a chain of its own.

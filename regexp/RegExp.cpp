@@ -1,10 +1,47 @@
 #include <krcore/regexp/RegExp.h>
 
 #include "regexp/RegExpData.h"
+#include "regexp/StraightMatch.h"
 
 #include <algorithm>
 
 namespace KrCore {
+
+// Exported, for callers on Windows that take its address.
+constexpr int RegExp::IgnoreCase;
+constexpr int RegExp::MultiLine;
+
+namespace {
+
+void clear(Capture* list, int count) {
+    for (int slot = 0; slot < count; ++slot)
+        list[slot].start = -1;
+}
+
+/// The whole match, or an unset capture.
+Capture searchTree(const RegExpData& data, const String& subject, int start, Capture* list) {
+    MatchState state(data, subject.wstr(), subject.length(), list);
+    for (int position = start; position <= state.length; ++position) {
+        state.position = position;
+        if (state.walk(*data.root)) return {position, state.position};
+    }
+    return {};
+}
+
+/// The same by the steps of a straight program.
+Capture searchSteps(const RegExpData& data, const String& subject, int start, Capture* list) {
+    const unsigned short* units = subject.wstr();
+    const int length = subject.length();
+    StraightMatch match(data.program, units, length, data.flags, list);
+    for (int position = start;; ++position) {
+        position = data.start.next(units, length, position);
+        if (position < 0) return {};
+        const int end = match.matchAt(position);
+        if (end >= 0) return {position, end};
+    }
+}
+
+} // namespace
 
 RegExp::RegExp() : data_(new RegExpData) {}
 
@@ -34,24 +71,21 @@ Capture* RegExp::createCaptureList() const {
 }
 
 bool RegExp::match(const String& subject, int start, Capture& captures) const {
-    if (!data_->root) return false;
     Capture* const list = &captures;
-    MatchState state(*data_, subject.wstr(), subject.length(), list);
-    state.clearCaptures(0);
-    if (start < 0 || (start > 0 && start >= state.length)) return false;
-    if (state.length > 0 && start >= state.length) return false;
-    for (int position = start; position <= state.length; ++position) {
-        state.position = position;
-        if (!state.walk(*data_->root)) continue;
-        // A default expression has no slot for the whole match.
-        if (state.captureCount > 0) {
-            list[0].start = position;
-            list[0].end = state.position;
-        }
-        return true;
+    const int slotCount = data_->captureCount;
+    clear(list, slotCount);
+    const int length = subject.length();
+    if (!data_->root || start < 0 || start > length || (start == length && length > 0))
+        return false;
+    const Capture whole = data_->program.isEmpty() ? searchTree(*data_, subject, start, list)
+                                                   : searchSteps(*data_, subject, start, list);
+    if (whole.start < 0) {
+        clear(list, slotCount);
+        return false;
     }
-    state.clearCaptures(0);
-    return false;
+    // A default expression has no slot for the whole match.
+    if (slotCount > 0) list[0] = whole;
+    return true;
 }
 
 } // namespace KrCore

@@ -18,6 +18,8 @@ RegExpData::RegExpData(const String& source, int givenFlags) : pattern(source), 
     initialTargets = parser.targets();
     for (const reAtom* node = root.get(); node; node = node->next)
         choiceCount += node->isBacktrackable();
+    program.compile(*root, captureCount, flags);
+    if (!program.isEmpty()) start.compile(program.steps(), (flags & RegExp::MultiLine) != 0);
 }
 
 RegExpData::~RegExpData() = default;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "regexp/Nodes.h"
+#include "regexp/StartFilter.h"
 
 #include <krcore/containers/SimpleArray.h>
 #include <krcore/foundation/Refcountable.h>
@@ -26,6 +26,9 @@ public:
     int flags = 0;
     int choiceCount = 0; ///< Backtrackable nodes of the top-level chain.
 
+    StraightProgram program; ///< The same pattern as steps; empty when it is not of that kind.
+    StartFilter start;       ///< Of the program.
+
     /// What an empty pattern consists of: it matches the empty text.
     static reAtom* makeEmptyRoot();
 
@@ -33,7 +36,6 @@ protected:
     ~RegExpData() override;
 
 private:
-    void compile();
 };
 
 } // namespace KrCore

@@ -94,11 +94,19 @@ void RegExpParser::addSpecial(int unit) {
     }
 }
 
-/// Takes over a node. A group comes with records of its own, any other node has none yet.
+/// Takes over a node without records.
 void RegExpParser::append(reAtom* node) {
     level_->chain.append(node);
     level_->lastQuantifier = targets_.length();
     level_->lastAlternation = alternationCount_;
+}
+
+/// Takes over a node whose records begin at these.
+void RegExpParser::appendContainer(reAtom* node, int firstQuantifier, int firstAlternation) {
+    level_->chain.append(node);
+    level_->lastQuantifier = firstQuantifier;
+    level_->lastAlternation = firstAlternation;
+    if (level_->depth + node->height() > deepestNode) reader_.fail(reader_.index() - 1);
 }
 
 /// Gathers the units up to the next token of another kind. A quantifier binds to the last unit.
@@ -139,22 +147,17 @@ void RegExpParser::addDots() {
 void RegExpParser::addClassEscape(int letter) {
     if (letter == 'b' || letter == 'B') return append(new reWordBoundary(letter == 'B'));
     const bool isNegated = letter < 'a';
-    auto set = std::make_unique<reSet>(isNegated);
     ranges_.addClass(static_cast<char>(isNegated ? letter - 'A' + 'a' : letter));
-    ranges_.moveTo(set->units);
-    append(set.release());
+    append(new reSet(ranges_, isNegated, ignoreCase_));
 }
 
 void RegExpParser::addSet() {
     const bool isNegated = reader_.peek() == '^';
     if (isNegated) reader_.skip();
-    auto set = std::make_unique<reSet>(isNegated);
     Token token = reader_.readInBrackets();
     for (; token.kind != TokenKind::End && !token.isSpecial(']'); token = reader_.readInBrackets())
         addSetItem(token);
-    if (token.kind == TokenKind::End) return;
-    ranges_.moveTo(set->units);
-    append(set.release());
+    if (token.kind != TokenKind::End) append(new reSet(ranges_, isNegated, ignoreCase_));
 }
 
 void RegExpParser::addSetItem(const Token& token) {
@@ -202,7 +205,7 @@ void RegExpParser::addQuantifier(int minimum, int maximum, int index) {
                                  alternationCount_};
     auto quantifier = std::make_unique<reQuantifier>(minimum, maximum, isLazy);
     quantifier->setChildren(std::move(repeated), records);
-    level_->chain.append(quantifier.release());
+    appendContainer(quantifier.release(), level_->lastQuantifier, level_->lastAlternation);
 }
 
 /// What is no complete count is text, up to where that shows.
@@ -221,7 +224,7 @@ void RegExpParser::addCountedQuantifier() {
 }
 
 void RegExpParser::openGroup() {
-    if (level_->depth >= deepest) return reader_.fail(reader_.index() - 1);
+    if (level_->depth >= deepestGroup) return reader_.fail(reader_.index() - 1);
     GroupKind kind = GroupKind::Capturing;
     const bool isMarked = reader_.peek() == '?';
     const int mark = isMarked ? reader_.peek(1) : -1;
@@ -246,9 +249,7 @@ void RegExpParser::closeGroup() {
         OwnedChain(level_->chain.release()),
         {level_->firstQuantifier, targets_.length(), level_->firstAlternation, alternationCount_});
     const std::unique_ptr<Level> closed(std::exchange(level_, level_->outer));
-    level_->chain.append(group.release());
-    level_->lastQuantifier = closed->firstQuantifier;
-    level_->lastAlternation = closed->firstAlternation;
+    appendContainer(group.release(), closed->firstQuantifier, closed->firstAlternation);
 }
 
 void RegExpParser::addAlternative() {
@@ -264,9 +265,8 @@ void RegExpParser::endAlternatives() {
     addAlternative();
     level_->alternatives->setRecords(
         {level_->firstQuantifier, targets_.length(), level_->firstAlternation, alternationCount_});
-    level_->chain.append(level_->alternatives.release());
-    level_->lastQuantifier = level_->firstQuantifier;
-    level_->lastAlternation = level_->firstAlternation;
+    appendContainer(level_->alternatives.release(), level_->firstQuantifier,
+                    level_->firstAlternation);
 }
 
 } // namespace KrCore

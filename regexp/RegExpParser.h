@@ -25,8 +25,10 @@ public:
     /// The initial targets of the quantifiers, by their index.
     const SimpleArray& targets() const { return targets_; }
 
-    /// Groups within groups; a match takes up to some hundred bytes of stack for each.
-    static constexpr int deepest = 1000;
+    /// Groups within groups, and all nodes within nodes. A match takes up to some hundred bytes of
+    /// stack for each.
+    static constexpr int deepestGroup = 1000;
+    static constexpr int deepestNode = 3 * deepestGroup;
 
 private:
     /// The whole pattern or a group that is open: what has been read of it.
@@ -48,6 +50,7 @@ private:
     void addAlternative();
     void endAlternatives();
     void append(reAtom* node);
+    void appendContainer(reAtom* node, int firstQuantifier, int firstAlternation);
 
     PatternReader reader_;
     UnitRanges ranges_;

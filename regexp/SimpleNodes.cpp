@@ -27,6 +27,7 @@ void reAtom::adoptTraits(const reAtom* chain) {
         isBacktrackable_ = isBacktrackable_ || node->isBacktrackable_;
         hasAlternation_ = hasAlternation_ || node->hasAlternation_;
         firstSlot_ = std::min(firstSlot_, node->firstSlot_);
+        height_ = std::max(height_, node->height_ + 1);
     }
 }
 
@@ -102,15 +103,31 @@ bool reWordBoundary::match(MatchState& state) const {
     return isBoundary(state.units, state.length, state.position, negated_);
 }
 
-bool reSet::accepts(unsigned short unit, bool ignoreCase) const {
-    const bool isIn = ignoreCase ? units.contains(UnicodeUtils::towupper(unit)) ||
-                                       units.contains(UnicodeUtils::towlower(unit))
-                                 : units.contains(unit);
+reSet::reSet(UnitRanges& ranges, bool negated, bool ignoreCase)
+    : reAtom(NodeKind::Set), negated_(negated), ignoreCase_(ignoreCase) {
+    ranges.moveTo(units_);
+    for (unsigned unit = 0; unit < UnitSet::lowCount; ++unit) {
+        if (acceptsByRule(static_cast<unsigned short>(unit)))
+            low_[unit >> 5U] |= 1U << (unit & 31U);
+    }
+}
+
+bool reSet::acceptsByRule(unsigned short unit) const {
+    const bool isIn = ignoreCase_ ? units_.contains(UnicodeUtils::towupper(unit)) ||
+                                        units_.contains(UnicodeUtils::towlower(unit))
+                                  : units_.contains(unit);
     return isIn != negated_;
 }
 
+bool reSet::mayShareUnits(const reSet& other) const {
+    for (unsigned word = 0; word < UnitSet::lowCount / 32; ++word) {
+        if (low_[word] & other.low_[word]) return true;
+    }
+    return mayAcceptHigh() && other.mayAcceptHigh();
+}
+
 bool reSet::match(MatchState& state) const {
-    if (state.atEnd() || !accepts(state.units[state.position], state.ignoresCase())) return false;
+    if (state.atEnd() || !accepts(state.units[state.position])) return false;
     ++state.position;
     return true;
 }

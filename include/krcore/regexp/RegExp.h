@@ -18,22 +18,28 @@ class String;
 /// |---|---|
 /// | `.` | any unit but U+000A, so U+000D too |
 /// | `[...]` `[^...]` | a unit of the set, or none of it; `[]` nothing, `[^]` anything |
-/// | `\d` `\s` `\w` | 0 to 9; white space, U+0008 included; ASCII letters, digits and "_" |
+/// | `\d` `\s` `\w` | 0 to 9; white space and U+0008; ASCII letters, digits and "_" |
 /// | `\D` `\S` `\W` | all others |
-/// | `^` `$` | the start and the end; with `MultiLine` also next to U+000A, U+000D, U+2028, U+2029
-/// | | `\b` `\B` | a boundary of ASCII words, and its absence; both match at the end | | `(...)`
-/// `(?:...)` | a capturing group, numbered from 1 by its "("; a group | | `(?=...)` `(?!...)` |
-/// what follows must match, or must not; never tried in another way | | `\1` ... | what the group
-/// has captured; nothing while it is unset | | `a\|b` | either, the first that does | | `*` `+` `?`
-/// `{n}` `{n,}` `{n,m}` | repetition, as often as possible, but never at the end of the subject |
+/// | `^` `$` | the start, the end; with `MultiLine` also next to a line break |
+/// | `\b` `\B` | a boundary of ASCII words, and its absence; both match at the end |
+/// | `(...)` `(?:...)` | a capturing group, numbered from 1 by its "("; a group |
+/// | `(?=...)` `(?!...)` | what follows must match, or must not; tried in one way only |
+/// | `\1` ... | what the group has captured; nothing while it is unset |
+/// | `a\|b` | either, the first that does |
+/// | `*` `+` `?` `{n}` `{n,}` `{n,m}` | repetition, as often as possible |
 /// | `*?` and so on | repetition, as seldom as possible |
-/// | `\f` `\n` `\r` `\t` `\v` `\cA` `\xFF` `\uFFFF` `\o777` `\07` | one unit |
+/// | `\f` `\n` `\r` `\t` `\v` `\cA` | a control character |
+/// | `\xFF` `\uFFFF` `\o777` `\07` | one unit by its number |
+///
+/// Line breaks are U+000A, U+000D, U+2028 and U+2029. At the end of the subject nothing is
+/// repeated.
 ///
 /// A "\" in front of anything else takes away its meaning. What looks like one of these but is not
 /// complete is taken literally: `a{x}`, `\xZZ`, an unmatched `)` or `]`. In `{n,m}` a smaller m
 /// counts as n. Not compiled are an unclosed group or set, a range in reverse, a reference to a
 /// group that is not there, `\c` without a letter, `\B` in a set, a repetition of nothing, one
-/// directly behind another (`a**`), and groups nested more than 1000 deep.
+/// directly behind another (`a**`), and groups nested more than 1000 deep or repetitions of
+/// repetitions 3000.
 ///
 /// Some ways of this dialect are its own and stay, because scripts rely on them:
 /// - The repetitions of a group share its choices: when a later one could only match by choosing
@@ -41,8 +47,9 @@ class String;
 /// - An alternative that was given up may leave its captures behind for the one that matches.
 /// - `..*` repeats the pair of dots, while `ab*` repeats the "b" alone.
 ///
-/// Time may grow exponentially with the subject where repetitions are nested, as in `(x+x+)+y`;
-/// without that it is at most quadratic. Memory is bounded by pattern and subject.
+/// Time may grow exponentially with the subject where repetitions are nested, as in `(x+x+)+y`, and
+/// otherwise by a power of its length for each repetition. Memory is bounded by pattern and
+/// subject.
 class KR_API RegExp : public Heap {
 public:
     /// Flags; other bits are kept and mean nothing here.

@@ -1,0 +1,256 @@
+#include "regexp/StraightProgram.h"
+
+#include "foundation/WorkStack.h"
+#include "regexp/UnitTests.h"
+
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+namespace KrCore {
+
+bool isInRun(const Step& run, unsigned short unit) {
+    switch (run.runUnits) {
+    case RunUnits::Exact:
+        return unit == run.unit;
+    case RunUnits::Folded:
+        return UnicodeUtils::towupper(unit) == run.unit;
+    case RunUnits::NoLineFeed:
+        return unit != '\n';
+    case RunUnits::Set:
+        return run.set->accepts(unit);
+    }
+    return false;
+}
+
+/// Turns nodes into steps; `fits_` is false from the first one on that has no step.
+class StraightProgram::Compiler {
+public:
+    Compiler(WorkStack<Step>& steps, int captureCount, bool ignoreCase)
+        : steps_(steps), ignoreCase_(ignoreCase) {
+        std::fill_n(isComplete_.extend(static_cast<std::size_t>(captureCount)), captureCount,
+                    false);
+    }
+
+    bool compile(const reAtom& root) {
+        addChain(&root);
+        add({StepKind::End});
+        return fits_;
+    }
+    int choiceCount() const { return choiceCount_; }
+
+private:
+    Step& add(const Step& step) {
+        steps_.push(step);
+        return steps_.top();
+    }
+    int length() const { return static_cast<int>(steps_.size()); }
+
+    void addChain(const reAtom* first) {
+        for (const reAtom* node = first; node && fits_; node = node->next)
+            addNode(*node);
+    }
+    void addNode(const reAtom& node);
+    void addText(const reString& node);
+    void addDots(int count);
+    void addSet(const reSet& node);
+    void addRun(const reQuantifier& node);
+    void addGroup(const reSubExpr& node);
+    void addAlternatives(const reAlternative& node);
+    void addReference(const reBackRef& node);
+
+    WorkStack<Step>& steps_;
+    WorkStack<bool> isComplete_; // by slot: the group is closed wherever the match goes on
+    const bool ignoreCase_;
+    bool isInAlternative_ = false;
+    bool fits_ = true;
+    int choiceCount_ = 0;
+};
+
+void StraightProgram::Compiler::addNode(const reAtom& node) {
+    switch (node.kind()) {
+    case NodeKind::Bol:
+        add({StepKind::LineStart});
+        break;
+    case NodeKind::Eol:
+        add({StepKind::LineEnd});
+        break;
+    case NodeKind::AnyChar:
+        addDots(static_cast<const reAnyChar&>(node).count());
+        break;
+    case NodeKind::String:
+        addText(static_cast<const reString&>(node));
+        break;
+    case NodeKind::BackRef:
+        addReference(static_cast<const reBackRef&>(node));
+        break;
+    case NodeKind::Quantifier:
+        addRun(static_cast<const reQuantifier&>(node));
+        break;
+    case NodeKind::Alternative:
+        addAlternatives(static_cast<const reAlternative&>(node));
+        break;
+    case NodeKind::SubExpr:
+        addGroup(static_cast<const reSubExpr&>(node));
+        break;
+    case NodeKind::Set:
+        addSet(static_cast<const reSet&>(node));
+        break;
+    case NodeKind::WordBoundary:
+        add({StepKind::Boundary}).isNegated = static_cast<const reWordBoundary&>(node).isNegated();
+        break;
+    }
+}
+
+void StraightProgram::Compiler::addText(const reString& node) {
+    if (node.text().isEmpty()) return;
+    Step& step = add({ignoreCase_ ? StepKind::FoldedText : StepKind::Text});
+    step.text = node.text().wstr();
+    step.limit = node.text().length();
+}
+
+void StraightProgram::Compiler::addDots(int count) {
+    Step& step = add({StepKind::Dots});
+    step.runUnits = RunUnits::NoLineFeed;
+    step.number = count;
+}
+
+void StraightProgram::Compiler::addSet(const reSet& node) {
+    Step& step = add({StepKind::Set});
+    step.runUnits = RunUnits::Set;
+    step.set = &node;
+}
+
+/// Of quantifiers those over a single unit; over anything else the repetitions share choices.
+void StraightProgram::Compiler::addRun(const reQuantifier& node) {
+    const reAtom& repeated = *node.firstChild();
+    Step step = {StepKind::Run};
+    step.isLazy = node.isLazy();
+    step.number = node.minimum();
+    step.limit = node.maximum();
+    if (repeated.kind() == NodeKind::String &&
+        static_cast<const reString&>(repeated).text().length() == 1) {
+        step.runUnits = ignoreCase_ ? RunUnits::Folded : RunUnits::Exact;
+        step.unit = static_cast<const reString&>(repeated).text().wstr()[0];
+    } else if (repeated.kind() == NodeKind::AnyChar &&
+               static_cast<const reAnyChar&>(repeated).count() == 1) {
+        step.runUnits = RunUnits::NoLineFeed;
+    } else if (repeated.kind() == NodeKind::Set) {
+        step.runUnits = RunUnits::Set;
+        step.set = &static_cast<const reSet&>(repeated);
+    } else {
+        fits_ = false;
+    }
+    if (step.number < step.limit) ++choiceCount_;
+    add(step);
+}
+
+/// A look-ahead is never asked again, which is another way of searching; and alternatives leave
+/// captures behind when they are abandoned.
+void StraightProgram::Compiler::addGroup(const reSubExpr& node) {
+    if (node.groupKind() == GroupKind::Plain) return addChain(node.firstChild());
+    const auto slot = static_cast<std::size_t>(node.index());
+    if (node.groupKind() != GroupKind::Capturing || isInAlternative_ || slot == 0 ||
+        slot >= isComplete_.size()) {
+        fits_ = false;
+        return;
+    }
+    isComplete_[slot] = false;
+    add({StepKind::Open}).number = node.index();
+    addChain(node.firstChild());
+    add({StepKind::Close}).number = node.index();
+    isComplete_[slot] = true;
+}
+
+void StraightProgram::Compiler::addAlternatives(const reAlternative& node) {
+    const bool wasInAlternative = std::exchange(isInAlternative_, true);
+    WorkStack<int> jumps;
+    for (int i = 0; i < node.count() && fits_; ++i) {
+        const int branch = length();
+        add({StepKind::Branch});
+        addChain(node.alternative(i));
+        const bool isLast = i == node.count() - 1;
+        if (isLast) break;
+        jumps.push(length());
+        add({StepKind::Jump});
+        steps_[static_cast<std::size_t>(branch)].target = length();
+    }
+    for (int jump : jumps)
+        steps_[static_cast<std::size_t>(jump)].target = length();
+    ++choiceCount_;
+    isInAlternative_ = wasInAlternative;
+}
+
+/// A group that is not complete may hold what an earlier attempt has left in it.
+void StraightProgram::Compiler::addReference(const reBackRef& node) {
+    fits_ = fits_ && isComplete_[static_cast<std::size_t>(node.group())];
+    add({StepKind::BackReference}).number = node.group();
+}
+
+namespace {
+
+/// What comes after a step, as far as there is but one way on.
+class Outlook {
+public:
+    Outlook(const Step* steps, bool multiLine) : steps_(steps), isMultiLine_(multiLine) {}
+
+    /// The next step that does more than to note a position.
+    const Step& behind(const Step& step) const {
+        const Step* next = &step + 1;
+        for (;;) {
+            if (next->kind == StepKind::Jump) {
+                next = steps_ + next->target;
+            } else if (next->kind == StepKind::Open || next->kind == StepKind::Close) {
+                ++next;
+            } else {
+                return *next;
+            }
+        }
+    }
+
+    /// Whether a run can only match at its full length: nothing could go on at one of its units.
+    bool isFinal(const Step& run) const {
+        if (run.isLazy) return false;
+        const Step& next = behind(run);
+        switch (next.kind) {
+        case StepKind::End:
+            return true;
+        case StepKind::LineEnd:
+            return !isMultiLine_;
+        case StepKind::Text:
+            return !isInRun(run, next.text[0]);
+        case StepKind::Run:
+            if (next.number == 0) return false;
+            [[fallthrough]];
+        case StepKind::Set:
+            return run.set && next.set && !run.set->mayShareUnits(*next.set);
+        default:
+            return false;
+        }
+    }
+
+private:
+    const Step* steps_;
+    bool isMultiLine_;
+};
+
+} // namespace
+
+void StraightProgram::compile(const reAtom& root, int captureCount, int flags) {
+    WorkStack<Step> steps;
+    Compiler compiler(steps, captureCount, (flags & RegExp::IgnoreCase) != 0);
+    if (!compiler.compile(root)) return;
+    choiceCount_ = compiler.choiceCount();
+    const Outlook outlook(steps.begin(), (flags & RegExp::MultiLine) != 0);
+    for (Step& step : steps) {
+        if (step.kind != StepKind::Run && step.kind != StepKind::Branch) continue;
+        const Step& next = outlook.behind(step);
+        if (next.kind == StepKind::Text) step.following = next.text[0];
+        if (step.kind == StepKind::Run) step.isFinal = outlook.isFinal(step);
+    }
+    const std::size_t byteCount = steps.size() * sizeof(Step);
+    steps_ = static_cast<Step*>(Heap::operator new(byteCount));
+    std::memcpy(steps_, steps.begin(), byteCount);
+}
+
+} // namespace KrCore
