@@ -52,7 +52,8 @@ bool reQuantifier::match(MatchState& state) const {
 
 bool reQuantifier::takeNextTarget(const MatchState& state, QuantifierRecord& record) const {
     if (lazy_) {
-        if (record.target >= maximum_ || record.target >= state.length) return false;
+        // After a repetition that matched nothing there would be a next target for ever.
+        if (record.exhausted || record.target >= maximum_ || record.target >= state.length) return false;
         ++record.target;
         return true;
     }
