@@ -2,6 +2,8 @@
 
 #include <krcore/containers/Array.h>
 #include <krcore/containers/SimpleArray.h>
+#include <krcore/foundation/InterfacePtr.h>
+#include <krcore/live/LiveObject.h>
 #include <krcore/text/String.h>
 #include <krcore/values/Error.h>
 #include <krcore/values/Variant.h>
@@ -32,6 +34,8 @@ struct CallFrame {
     KrCore::SimpleArray ids;
     KrCore::Error error;
     KrCore::String text; ///< For whoever needs it for a moment.
+    /// An object on its way into the script, which does not hold it yet.
+    KrCore::InterfacePtr<KrCore::LiveObject> made;
 };
 
 /// Runs engine code on the frame. Returns the number of values it leaves on the stack, 0 or 1.

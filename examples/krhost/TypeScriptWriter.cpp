@@ -422,8 +422,9 @@ std::string TypeScriptWriter::singleTypeText(const TypeInfo& type) {
         return classTypeText("Rect");
     case VariantType::Array:
         return classTypeText("Array");
-    case VariantType::FileSpec: // which scripts cannot have
     case VariantType::RegExp:
+        return classTypeText("KrRegExp");
+    case VariantType::FileSpec: // which scripts cannot have
         break;
     }
     return "any";

@@ -3,6 +3,7 @@
 #include "ScriptEngine.h"
 #include "ScriptObject.h"
 #include "TextBridge.h"
+#include "hosts/RegExpObject.h"
 
 #include <krcore/values/Point.h>
 #include <krcore/values/Rect.h>
@@ -95,7 +96,12 @@ void ValueBridge::readObject(CallFrame& frame, duk_idx_t index, Variant& value, 
     duk_context* context = frame.context;
     index = duk_normalize_index(context, index);
     if (LiveObject* object = engine_.objects().find(context, index)) {
-        value.setLiveObject(object);
+        const auto* regExp = dynamic_cast<const RegExpObject*>(object);
+        if (regExp) {
+            value.setRegExp(regExp->expression());
+        } else {
+            value.setLiveObject(object);
+        }
     } else if (duk_is_array(context, index)) {
         readArray(frame, index, value, depth);
     } else if (!engine_.objects().readCallableProperty(frame, index, value) &&
@@ -197,12 +203,19 @@ void ValueBridge::pushValue(CallFrame& frame, const Variant& value, int depth) {
     case VariantType::UnitValue:
         TextBridge::push(context, value.getString());
         return;
+    case VariantType::RegExp:
+        pushRegExp(frame, *value.getRegExp());
+        return;
     case VariantType::Object:
     case VariantType::FileSpec:
-    case VariantType::RegExp:
         break;
     }
     engine_.errors().raise(frame, ErrorCode::CannotConvert);
+}
+
+void ValueBridge::pushRegExp(CallFrame& frame, const RegExp& expression) {
+    frame.made = InterfacePtr<LiveObject>::adopt(new RegExpObject(expression));
+    engine_.objects().push(frame, *frame.made);
 }
 
 void ValueBridge::pushArray(CallFrame& frame, const Array& array, int depth) {

@@ -13,6 +13,7 @@ namespace krhost {
 /// | `Array` | an array; undefined elements become holes and holes undefined elements |
 /// | `Point`, `Rect` | an object with exactly the numbers x, y or left, top, right, bottom |
 /// | `LiveObject` | an object that stands for it, always the same one (`ObjectBridge`) |
+/// | `RegExp` | a `KrRegExp`, another one each time |
 /// | `ScriptObject` | the function or other object that the script handed over |
 ///
 /// Symbols, buffers, arrays more than 100 deep (so also one that contains itself), and arrays of
@@ -44,6 +45,7 @@ private:
     bool readCoordinates(CallFrame& frame, duk_idx_t index, KrCore::Variant& value);
     void readScriptObject(CallFrame& frame, duk_idx_t index, KrCore::Variant& value);
     void pushValue(CallFrame& frame, const KrCore::Variant& value, int depth);
+    void pushRegExp(CallFrame& frame, const KrCore::RegExp& expression);
     void pushArray(CallFrame& frame, const KrCore::Array& array, int depth);
     void refuseDepth(CallFrame& frame, int depth);
 

@@ -48,6 +48,22 @@ file.seek(0, 7);
 // @ts-expect-error: a constant
 SeekFrom.End = 0;
 
+// Regular expressions and their matches.
+var pair = new KrRegExp("(\\w+)=(\\d+)", "g"), found = pair.exec("a=1");
+if (found) print(found[1].length, found.index + found.captures[0].end, found.input.length);
+pair.lastIndex = pair.split("a,b", 1).length;
+pair.replace("a=1", function (match: string, name: string) { return name; }).length;
+// @ts-expect-error: null when there is no match
+pair.exec("").index;
+// @ts-expect-error: read-only
+pair.source = "a";
+// @ts-expect-error: matches are only read
+if (found) found[0] = "b";
+// @ts-expect-error: nobody constructs these
+new KrMatch();
+// @ts-expect-error: the language's own are others
+var own: RegExp = pair;
+
 // Objects with any properties, and globals.
 var settings = new Settings(), tree = XML.parse("<a><b/></a>");
 settings.colour = "red";

@@ -2,11 +2,14 @@
 
 #include "LibraryCalls.h"
 #include "hosts/Box.h"
+#include "hosts/CaptureObject.h"
 #include "hosts/Document.h"
 #include "hosts/FileObject.h"
 #include "hosts/FolderObject.h"
 #include "hosts/Lines.h"
 #include "hosts/List.h"
+#include "hosts/MatchObject.h"
+#include "hosts/RegExpObject.h"
 #include "hosts/SeekFrom.h"
 #include "hosts/Settings.h"
 #include "hosts/XMLNode.h"
@@ -39,6 +42,9 @@ void registerFactories() {
     registerFactory<FileObject>();
     registerFactory<FolderObject>();
     registerFactory<SeekFrom>(sampleFlags);
+    registerFactory<RegExpObject>();
+    registerFactory<MatchObject>(sampleFlags);
+    registerFactory<CaptureObject>(sampleFlags);
 }
 
 KrCore::LiveObject* findSample(const KrCore::String& className) {

@@ -23,9 +23,12 @@ struct HostClass {
 };
 
 inline constexpr HostClass classes[] = {
-    {"Box", Role::Constructed},  {"Settings", Role::Constructed}, {"Document", Role::Constructed},
-    {"Lines", Role::Returned},   {"List", Role::Constructed},     {"XML", Role::Constructed},
-    {"File", Role::Constructed}, {"Folder", Role::Constructed},   {"SeekFrom", Role::Constants}};
+    {"Box", Role::Constructed},      {"Settings", Role::Constructed},
+    {"Document", Role::Constructed}, {"Lines", Role::Returned},
+    {"List", Role::Constructed},     {"XML", Role::Constructed},
+    {"File", Role::Constructed},     {"Folder", Role::Constructed},
+    {"SeekFrom", Role::Constants},   {"KrRegExp", Role::Constructed},
+    {"KrMatch", Role::Returned},     {"KrCapture", Role::Returned}};
 
 /// Registers one factory for each of them, after the library has started.
 void registerFactories();
