@@ -35,6 +35,7 @@ run() { # <standard input> <krhost argument>...
 run shelves.in shelves.js 24
 run words.in words.js 5
 run report.in report.js
+run requests.in requests.js 4
 run /dev/null convert.js
 run /dev/null notebook.js
 run /dev/null properties.js
