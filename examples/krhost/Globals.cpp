@@ -49,6 +49,7 @@ duk_ret_t readln(CallFrame& frame) {
 }
 
 duk_ret_t gc(CallFrame& frame) {
+    frame.engine.values().forgetText(frame);
     frame.engine.rings().collect(frame);
     return 0;
 }

@@ -80,8 +80,7 @@ void ValueBridge::readValue(CallFrame& frame, duk_idx_t index, Variant& value, i
         return;
     case DUK_TYPE_STRING:
         if (duk_is_symbol(context, index)) break;
-        TextBridge::read(context, index, frame.text);
-        value.setString(frame.text);
+        readText(frame, index, value);
         return;
     case DUK_TYPE_OBJECT:
         readObject(frame, index, value, depth);
@@ -90,6 +89,20 @@ void ValueBridge::readValue(CallFrame& frame, duk_idx_t index, Variant& value, i
         break;
     }
     engine_.errors().raise(frame, ErrorCode::CannotConvert);
+}
+
+void ValueBridge::readText(CallFrame& frame, duk_idx_t index, Variant& value) {
+    if (!longText_.read(frame.context, index, frame.text)) {
+        TextBridge::read(frame.context, index, frame.text);
+        longText_.remember(frame.context, index, frame.text);
+    }
+    value.setString(frame.text);
+}
+
+void ValueBridge::pushText(CallFrame& frame, const String& text) {
+    if (longText_.push(frame.context, text)) return;
+    TextBridge::push(frame.context, text);
+    longText_.remember(frame.context, -1, text);
 }
 
 void ValueBridge::readObject(CallFrame& frame, duk_idx_t index, Variant& value, int depth) {
@@ -201,7 +214,7 @@ void ValueBridge::pushValue(CallFrame& frame, const Variant& value, int depth) {
     }
     case VariantType::String:
     case VariantType::UnitValue:
-        TextBridge::push(context, value.getString());
+        pushText(frame, value.getString());
         return;
     case VariantType::RegExp:
         pushRegExp(frame, *value.getRegExp());

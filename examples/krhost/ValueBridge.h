@@ -1,5 +1,6 @@
 #pragma once
 
+#include "LongText.h"
 #include "Native.h"
 
 namespace krhost {
@@ -38,7 +39,12 @@ public:
     /// Pushes a script value.
     void push(CallFrame& frame, const KrCore::Variant& value) { pushValue(frame, value, 0); }
 
+    /// Lets go of the text that is remembered for the next crossing.
+    void forgetText(CallFrame& frame) { longText_.forget(frame.context); }
+
 private:
+    void readText(CallFrame& frame, duk_idx_t index, KrCore::Variant& value);
+    void pushText(CallFrame& frame, const KrCore::String& text);
     void readValue(CallFrame& frame, duk_idx_t index, KrCore::Variant& value, int depth);
     void readObject(CallFrame& frame, duk_idx_t index, KrCore::Variant& value, int depth);
     void readArray(CallFrame& frame, duk_idx_t index, KrCore::Variant& value, int depth);
@@ -50,6 +56,7 @@ private:
     void refuseDepth(CallFrame& frame, int depth);
 
     ScriptEngine& engine_;
+    LongText longText_;
 };
 
 } // namespace krhost

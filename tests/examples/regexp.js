@@ -109,6 +109,20 @@ check("nested", new KrRegExp("a.", "g").replace("abac", function (m) {
 }) === "<b>b<c>c" &&
       failure(function () { all.replace("abc", new Box(2, 3).contains); }) === 47);
 
+// Long texts, of which the host remembers the last.
+var list = new List(1), long = new Array(1001).join("ab"), other = new Array(1001).join("cb");
+check("by turns", [long, other, long, long + "b", other].every(function (text) {
+    var found = all.exec(text);
+    all.lastIndex = 0;
+    return found.input === text && all.match(text).length === (text.length === 2001 ? 1001 : 1000);
+}));
+check("within each other", new KrRegExp("a(?=b)", "g").replace(long, function (m, index, text) {
+    return text === long && plain.exec(other) === null && list.add(long + index) ? "c" : "?";
+}) === other && list[list.length - 1] === long + "1998");
+list[0] = long;
+gc();
+check("changed", list[0] + "x" === long + "x" && new Document(other).name === other && list[0] === long);
+
 // Splitting: expression, text, limit, parts.
 [[",", "a,b,,c", undefined, ["a", "b", "", "c"]], [",", "a", undefined, ["a"]], [",", ",", undefined, ["", ""]],
     ["", "abc", undefined, ["a", "b", "c"]], ["x*", "axxb", undefined, ["a", "b"]], [",", "", undefined, [""]],
@@ -118,7 +132,8 @@ check("nested", new KrRegExp("a.", "g").replace("abac", function (m) {
 });
 
 // As values of the host.
-var list = new List(all, [plain]), settings = new Settings();
+list = new List(all, [plain]);
+var settings = new Settings();
 settings.pattern = plain;
 check("a copy", list[0] !== all && String(list[0]) === "/B/gim" && list[0] instanceof KrRegExp && list[0].test("b"));
 check("in an array", list[1][0].exec("ab")[1] === "b" && list.add(list[0], all) === 4);
