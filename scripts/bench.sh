@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Measures the library against its peers in the same run. Usage: scripts/bench.sh [area]...
 #
-# An area is the first word of a case's name (heap, string, encoder, numbers, variant, hashtable, live, xml, files,
-# broadcaster); without one all are measured. The table shows medians of five runs and the ratio library / peer.
+# An area is the first word of a case's name (heap, string, encoder, numbers, variant, hashtable, live, regexp, xml,
+# files, broadcaster); without one all are measured. The table shows medians of five runs and the ratio library / peer.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 

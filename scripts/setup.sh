@@ -9,7 +9,7 @@ base=(g++ clang libclang-rt-dev cmake ninja-build ccache pkg-config python3 goog
 format=(clang-format clang-tidy)
 windows=(g++-mingw-w64-x86-64-posix wine64 cmake ninja-build ccache googletest dpkg-dev xz-utils)
 benchmarks=(libbenchmark-dev libmimalloc-dev libicu-dev qt6-base-dev libmujs-dev libglib2.0-dev libboost-dev
-            libabsl-dev libxml2-dev libpugixml-dev)
+            libabsl-dev libxml2-dev libpugixml-dev libpcre2-dev)
 
 install_missing() {
     local missing=()
