@@ -33,7 +33,8 @@ public:
     }
 
     bool compile(const reAtom& root) {
-        addChain(&root);
+        for (const reAtom* node = &root; node && fits_; node = node->next)
+            addNode(*node);
         add({StepKind::End});
         return fits_;
     }
@@ -46,10 +47,7 @@ private:
     }
     int length() const { return static_cast<int>(steps_.size()); }
 
-    void addChain(const reAtom* first) {
-        for (const reAtom* node = first; node && fits_; node = node->next)
-            addNode(*node);
-    }
+    void addInnerChain(const reAtom* first);
     void addNode(const reAtom& node);
     void addText(const reString& node);
     void addDots(int count);
@@ -66,6 +64,18 @@ private:
     bool fits_ = true;
     int choiceCount_ = 0;
 };
+
+/// The chain of a group or an alternative. When it fails, all of its nodes start again with the
+/// next choice of the last one that has any, and alternatives among them that have all failed then
+/// match the empty text.
+void StraightProgram::Compiler::addInnerChain(const reAtom* first) {
+    bool isBehindAlternatives = false;
+    for (const reAtom* node = first; node && fits_; node = node->next) {
+        fits_ = !isBehindAlternatives || !node->isBacktrackable();
+        isBehindAlternatives = isBehindAlternatives || node->hasAlternation();
+        addNode(*node);
+    }
+}
 
 void StraightProgram::Compiler::addNode(const reAtom& node) {
     switch (node.kind()) {
@@ -148,7 +158,7 @@ void StraightProgram::Compiler::addRun(const reQuantifier& node) {
 /// A look-ahead is never asked again, which is another way of searching; and alternatives leave
 /// captures behind when they are abandoned.
 void StraightProgram::Compiler::addGroup(const reSubExpr& node) {
-    if (node.groupKind() == GroupKind::Plain) return addChain(node.firstChild());
+    if (node.groupKind() == GroupKind::Plain) return addInnerChain(node.firstChild());
     const auto slot = static_cast<std::size_t>(node.index());
     if (node.groupKind() != GroupKind::Capturing || isInAlternative_ || slot == 0 ||
         slot >= isComplete_.size()) {
@@ -157,7 +167,7 @@ void StraightProgram::Compiler::addGroup(const reSubExpr& node) {
     }
     isComplete_[slot] = false;
     add({StepKind::Open}).number = node.index();
-    addChain(node.firstChild());
+    addInnerChain(node.firstChild());
     add({StepKind::Close}).number = node.index();
     isComplete_[slot] = true;
 }
@@ -168,7 +178,7 @@ void StraightProgram::Compiler::addAlternatives(const reAlternative& node) {
     for (int i = 0; i < node.count() && fits_; ++i) {
         const int branch = length();
         add({StepKind::Branch});
-        addChain(node.alternative(i));
+        addInnerChain(node.alternative(i));
         const bool isLast = i == node.count() - 1;
         if (isLast) break;
         jumps.push(length());

@@ -41,10 +41,11 @@ struct Step {
 };
 
 /// A pattern as a list of steps, for patterns of a simple build: only single units are repeated,
-/// groups stand outside of alternatives, nothing is looked ahead at, and references lead back to
-/// groups that are complete. For these the search over the tree of nodes comes down to trying one
-/// choice after the other, and the match alone settles what it leaves in the captures. A pattern of
-/// any other build has no steps; its tree is walked, which is what defines every result.
+/// groups stand outside of alternatives, no choice follows alternatives within a group, nothing is
+/// looked ahead at, and references lead back to groups that are complete. For these the search over
+/// the tree of nodes comes down to trying one choice after the other, and the match alone settles
+/// what it leaves in the captures. A pattern of any other build has no steps; its tree is walked,
+/// which is what defines every result.
 class StraightProgram {
 public:
     StraightProgram() = default;
