@@ -196,7 +196,7 @@ private:
     bool acceptsByRule(unsigned short unit) const;
 
     UnitSet units_;
-    std::uint32_t low_[UnitSet::lowCount / 32] = {}; // the answers for units below 256
+    std::uint32_t low_[UnitSet::lowWords] = {}; // the answers for units below 256
     bool negated_;
     bool ignoreCase_;
 };

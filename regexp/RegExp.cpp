@@ -30,15 +30,8 @@ Capture searchTree(const RegExpData& data, const String& subject, int start, Cap
 
 /// The same by the steps of a straight program.
 Capture searchSteps(const RegExpData& data, const String& subject, int start, Capture* list) {
-    const unsigned short* units = subject.wstr();
-    const int length = subject.length();
-    StraightMatch match(data.program, units, length, data.flags, list);
-    for (int position = start;; ++position) {
-        position = data.start.next(units, length, position);
-        if (position < 0) return {};
-        const int end = match.matchAt(position);
-        if (end >= 0) return {position, end};
-    }
+    StraightMatch match(data.program, subject.wstr(), subject.length(), data.flags, list);
+    return match.search(data.start, start);
 }
 
 } // namespace

@@ -77,7 +77,7 @@ bool reString::match(MatchState& state) const {
         if (std::memcmp(units, subject, std::size_t(length) * sizeof *units) != 0) return false;
     } else {
         for (int i = 0; i < length; ++i) {
-            if (units[i] != UnicodeUtils::towupper(subject[i])) return false;
+            if (units[i] != foldUpper(subject[i])) return false;
         }
     }
     state.position += length;
@@ -106,6 +106,11 @@ bool reWordBoundary::match(MatchState& state) const {
 reSet::reSet(UnitRanges& ranges, bool negated, bool ignoreCase)
     : reAtom(NodeKind::Set), negated_(negated), ignoreCase_(ignoreCase) {
     ranges.moveTo(units_);
+    if (!ignoreCase) {
+        for (unsigned word = 0; word < UnitSet::lowWords; ++word)
+            low_[word] = negated ? ~units_.lowWord(word) : units_.lowWord(word);
+        return;
+    }
     for (unsigned unit = 0; unit < UnitSet::lowCount; ++unit) {
         if (acceptsByRule(static_cast<unsigned short>(unit)))
             low_[unit >> 5U] |= 1U << (unit & 31U);
@@ -113,14 +118,14 @@ reSet::reSet(UnitRanges& ranges, bool negated, bool ignoreCase)
 }
 
 bool reSet::acceptsByRule(unsigned short unit) const {
-    const bool isIn = ignoreCase_ ? units_.contains(UnicodeUtils::towupper(unit)) ||
-                                        units_.contains(UnicodeUtils::towlower(unit))
-                                  : units_.contains(unit);
+    const bool isIn = ignoreCase_
+                          ? units_.contains(foldUpper(unit)) || units_.contains(foldLower(unit))
+                          : units_.contains(unit);
     return isIn != negated_;
 }
 
 bool reSet::mayShareUnits(const reSet& other) const {
-    for (unsigned word = 0; word < UnitSet::lowCount / 32; ++word) {
+    for (unsigned word = 0; word < UnitSet::lowWords; ++word) {
         if (low_[word] & other.low_[word]) return true;
     }
     return mayAcceptHigh() && other.mayAcceptHigh();

@@ -88,7 +88,7 @@ void StartFilter::addRun(const Step& run) {
 void StartFilter::addFolded(unsigned short upper) {
     hasHigh_ = true;
     for (int unit = 0; unit < 256; ++unit) {
-        if (UnicodeUtils::towupper(static_cast<unsigned short>(unit)) == upper) low_[unit] = true;
+        if (foldUpper(static_cast<unsigned short>(unit)) == upper) low_[unit] = true;
     }
 }
 

@@ -19,97 +19,111 @@ StraightMatch::StraightMatch(const StraightProgram& program, const unsigned shor
     choices_ = static_cast<Choice*>(block_);
 }
 
-int StraightMatch::matchAt(int position) {
+Capture StraightMatch::search(const StartFilter& filter, int start) {
+    for (int position = start;; position = lastRuledOut_ + 1) {
+        position = filter.next(units_, length_, position);
+        if (position < 0) return {};
+        const int end = matchAt(position);
+        if (end >= 0) return {position, end};
+    }
+}
+
+/// Where a match that begins at `start` ends, or -1.
+int StraightMatch::matchAt(int start) {
     choiceCount_ = 0;
+    lastRuledOut_ = start;
     const Step* step = program_.steps();
-    while (step->kind != StepKind::End) {
-        if (step->kind == StepKind::Branch) {
-            step = takeBranch(step, position);
-        } else if (step->kind == StepKind::Jump) {
+    int position = start;
+    for (;;) {
+        int next = -1; // where the step ends if it matches
+        switch (step->kind) {
+        case StepKind::Text:
+            next = behindText(*step, position);
+            break;
+        case StepKind::FoldedText:
+            next = behindFoldedText(*step, position);
+            break;
+        case StepKind::Dots:
+            next = behindDots(*step, position);
+            break;
+        case StepKind::Set:
+            if (position < length_ && step->set->accepts(units_[position])) next = position + 1;
+            break;
+        case StepKind::LineStart:
+            if (isLineStart(units_, position, multiLine_)) next = position;
+            break;
+        case StepKind::LineEnd:
+            if (isLineEnd(units_, length_, position, multiLine_)) next = position;
+            break;
+        case StepKind::Boundary:
+            if (isBoundary(units_, length_, position, step->isNegated)) next = position;
+            break;
+        case StepKind::BackReference:
+            next = behindReference(*step, position);
+            break;
+        case StepKind::Open:
+            captures_[step->number].start = next = position;
+            break;
+        case StepKind::Close:
+            captures_[step->number].end = next = position;
+            break;
+        case StepKind::Run:
+            next = behindRun(*step, position);
+            break;
+        case StepKind::Branch:
+            step = firstBranch(step, position);
+            if (step) continue;
+            break;
+        case StepKind::Jump:
             step = program_.steps() + step->target;
-        } else if (take(*step, position)) {
-            ++step;
-        } else {
-            step = nullptr;
+            continue;
+        case StepKind::End:
+            return position;
         }
-        if (!step && !(step = takeNextChoice(position))) return -1;
+        if (next >= 0) {
+            position = next;
+            ++step;
+            continue;
+        }
+        const Way way = nextWay();
+        if (!way.step) return -1;
+        step = way.step;
+        position = way.position;
     }
-    return position;
 }
 
-bool StraightMatch::take(const Step& step, int& position) {
-    switch (step.kind) {
-    case StepKind::Text:
-        return takeText(step, position);
-    case StepKind::FoldedText:
-        return takeFoldedText(step, position);
-    case StepKind::Dots:
-        return takeDots(step, position);
-    case StepKind::Set:
-        if (position >= length_ || !step.set->accepts(units_[position])) return false;
-        ++position;
-        return true;
-    case StepKind::LineStart:
-        return isLineStart(units_, position, multiLine_);
-    case StepKind::LineEnd:
-        return isLineEnd(units_, length_, position, multiLine_);
-    case StepKind::Boundary:
-        return isBoundary(units_, length_, position, step.isNegated);
-    case StepKind::BackReference:
-        return takeReference(step, position);
-    case StepKind::Open:
-        captures_[step.number].start = position;
-        return true;
-    case StepKind::Close:
-        captures_[step.number].end = position;
-        return true;
-    case StepKind::Run:
-        return takeRun(step, position);
-    case StepKind::Branch:
-    case StepKind::Jump:
-    case StepKind::End:
-        break;
-    }
-    return false;
+inline int StraightMatch::behindText(const Step& step, int position) const {
+    const unsigned short* const units = units_ + position;
+    if (step.limit > length_ - position || units[0] != step.unit) return -1;
+    if (step.limit > 1 && mismatch(units, step.text, step.limit) != step.limit) return -1;
+    return position + step.limit;
 }
 
-bool StraightMatch::takeText(const Step& step, int& position) const {
-    if (step.limit > length_ - position || units_[position] != step.text[0] ||
-        mismatch(units_ + position, step.text, step.limit) != step.limit)
-        return false;
-    position += step.limit;
-    return true;
-}
-
-bool StraightMatch::takeFoldedText(const Step& step, int& position) const {
-    if (step.limit > length_ - position) return false;
+inline int StraightMatch::behindFoldedText(const Step& step, int position) const {
+    if (step.limit > length_ - position) return -1;
     for (int i = 0; i < step.limit; ++i) {
-        const unsigned short unit = units_[position + i];
-        if (unit != step.text[i] && UnicodeUtils::towupper(unit) != step.text[i]) return false;
+        if (foldUpper(units_[position + i]) != step.text[i]) return -1;
     }
-    position += step.limit;
-    return true;
+    return position + step.limit;
 }
 
-bool StraightMatch::takeDots(const Step& step, int& position) const {
-    if (step.number > length_ - position) return false;
-    if (findUnit(units_ + position, step.number, '\n') >= 0) return false;
-    position += step.number;
-    return true;
+inline int StraightMatch::behindDots(const Step& step, int position) const {
+    if (step.number > length_ - position) return -1;
+    if (findUnit(units_ + position, step.number, '\n') >= 0) return -1;
+    return position + step.number;
 }
 
-bool StraightMatch::takeReference(const Step& step, int& position) const {
+inline int StraightMatch::behindReference(const Step& step, int position) const {
     const Capture& capture = captures_[step.number];
     const int count = capture.end - capture.start;
-    if (count > length_ - position) return false;
+    if (count > length_ - position) return -1;
     for (int i = 0; i < count; ++i) {
-        if (!isSameUnit(units_[capture.start + i], units_[position + i], ignoreCase_)) return false;
+        if (!isSameUnit(units_[capture.start + i], units_[position + i], ignoreCase_)) return -1;
     }
-    position += count;
-    return true;
+    return position + count;
 }
 
-int StraightMatch::runEnd(const Step& run, int start, int limit) const {
+inline int StraightMatch::runEnd(const Step& run, int start, int limit) const {
     int end = start;
     switch (run.runUnits) {
     case RunUnits::Exact:
@@ -117,7 +131,7 @@ int StraightMatch::runEnd(const Step& run, int start, int limit) const {
             ++end;
         break;
     case RunUnits::Folded:
-        while (end < limit && UnicodeUtils::towupper(units_[end]) == run.unit)
+        while (end < limit && foldUpper(units_[end]) == run.unit)
             ++end;
         break;
     case RunUnits::NoLineFeed: {
@@ -133,25 +147,24 @@ int StraightMatch::runEnd(const Step& run, int start, int limit) const {
     return end;
 }
 
-bool StraightMatch::takeRun(const Step& run, int& position) {
-    const int start = position;
-    const int rest = length_ - start;
-    if (run.number > rest) return false;
-    const int least = start + run.number;
-    const int most = run.limit < rest ? start + run.limit : length_;
-    const int end = runEnd(run, start, run.isLazy ? least : most);
-    if (end < least) return false;
-    position = end;
+inline int StraightMatch::behindRun(const Step& run, int position) {
+    const int rest = length_ - position;
+    if (run.number > rest) return -1;
+    const int least = position + run.number;
+    const int most = run.limit < rest ? position + run.limit : length_;
+    const int end = runEnd(run, position, run.isLazy ? least : most);
+    if (run.isLeading) lastRuledOut_ = end;
+    if (end < least) return -1;
     if (run.isLazy) {
         if (end < most) choices_[choiceCount_++] = {&run, end, most};
     } else if (end > least && !run.isFinal) {
         choices_[choiceCount_++] = {&run, end, least};
     }
-    return true;
+    return end;
 }
 
 /// The first step of the first alternative that is worth a try; null when there is none.
-const Step* StraightMatch::takeBranch(const Step* branch, int position) {
+const Step* StraightMatch::firstBranch(const Step* branch, int position) {
     const int unit = position < length_ ? units_[position] : -1;
     while (branch->following >= 0 && branch->following != unit) {
         if (branch->target < 0) return nullptr;
@@ -162,50 +175,42 @@ const Step* StraightMatch::takeBranch(const Step* branch, int position) {
     return branch + 1;
 }
 
-/// Takes the choice made last in its next way and returns the step to go on with; null when
-/// everything has been tried.
-const Step* StraightMatch::takeNextChoice(int& position) {
+/// Takes the choice made last in its next way, or the one before it when there is none.
+StraightMatch::Way StraightMatch::nextWay() {
     while (choiceCount_ > 0) {
         Choice& choice = choices_[choiceCount_ - 1];
         const Step* const step = choice.step;
         if (step->kind == StepKind::Branch) {
-            position = choice.position;
+            const int position = choice.position;
             --choiceCount_;
-            if (const Step* next = takeBranch(step, position)) return next;
+            if (const Step* next = firstBranch(step, position)) return {next, position};
             continue;
         }
-        if (!(step->isLazy ? lengthen(choice) : shorten(choice))) {
-            --choiceCount_;
-            continue;
-        }
-        position = choice.position;
-        if (position == choice.limit) --choiceCount_;
-        return step + 1;
+        choice.position = step->isLazy ? longer(choice) : shorter(choice);
+        const int position = choice.position;
+        if (position < 0 || position == choice.limit) --choiceCount_;
+        if (position >= 0) return {step + 1, position};
     }
-    return nullptr;
+    return {nullptr, 0};
 }
 
-/// Moves the end of a run back to where the match can go on.
-bool StraightMatch::shorten(Choice& run) const {
+/// The next end before that of a run at which the match can go on, or -1.
+inline int StraightMatch::shorter(const Choice& run) const {
     const int following = run.step->following;
     for (int end = run.position - 1; end >= run.limit; --end) {
-        if (following >= 0 && units_[end] != following) continue;
-        run.position = end;
-        return true;
+        if (following < 0 || units_[end] == following) return end;
     }
-    return false;
+    return -1;
 }
 
-/// Moves the end of a lazy run on to where the match can go on.
-bool StraightMatch::lengthen(Choice& run) const {
+/// The next end behind that of a lazy run at which the match can go on, or -1.
+inline int StraightMatch::longer(const Choice& run) const {
     const int following = run.step->following;
     for (int end = run.position; end < run.limit && isInRun(*run.step, units_[end]); ++end) {
         const int unit = end + 1 < length_ ? units_[end + 1] : -1;
-        if (following >= 0 && unit != following) continue;
-        run.position = end + 1;
-        return true;
+        if (following < 0 || unit == following) return end + 1;
     }
-    return false;
+    return -1;
 }
 
 } // namespace KrCore

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "regexp/StraightProgram.h"
+#include "regexp/StartFilter.h"
 
 #include <krcore/regexp/Capture.h>
 
@@ -16,9 +16,9 @@ public:
     StraightMatch& operator=(const StraightMatch&) = delete;
     ~StraightMatch() { Heap::operator delete(block_); }
 
-    /// Where a match that begins at `position` ends, or -1. A failed one leaves captures of groups
-    /// that it has been through; a match fills them all.
-    int matchAt(int position);
+    /// Where the first match that begins at `start` or behind lies; an unset capture without one.
+    /// A match fills the captures of all groups; a failure may leave some behind.
+    Capture search(const StartFilter& filter, int start);
 
 private:
     /// A step that may be taken in another way.
@@ -27,18 +27,23 @@ private:
         int position; ///< Of a run its end; of a branch its start.
         int limit;    ///< Of a run the last end to try.
     };
+    /// Where to go on.
+    struct Way {
+        const Step* step; ///< Null when everything has been tried.
+        int position;
+    };
 
-    bool take(const Step& step, int& position);
-    bool takeText(const Step& step, int& position) const;
-    bool takeFoldedText(const Step& step, int& position) const;
-    bool takeDots(const Step& step, int& position) const;
-    bool takeReference(const Step& step, int& position) const;
-    bool takeRun(const Step& run, int& position);
+    int matchAt(int start);
+    int behindText(const Step& step, int position) const;
+    int behindFoldedText(const Step& step, int position) const;
+    int behindDots(const Step& step, int position) const;
+    int behindReference(const Step& step, int position) const;
+    int behindRun(const Step& run, int position);
     int runEnd(const Step& run, int start, int limit) const;
-    const Step* takeBranch(const Step* branch, int position);
-    const Step* takeNextChoice(int& position);
-    bool shorten(Choice& run) const;
-    bool lengthen(Choice& run) const;
+    const Step* firstBranch(const Step* branch, int position);
+    Way nextWay();
+    int shorter(const Choice& run) const;
+    int longer(const Choice& run) const;
 
     const StraightProgram& program_;
     const unsigned short* units_;
@@ -48,6 +53,7 @@ private:
     Capture* captures_;
     Choice* choices_; // in the buffer, or in the block
     int choiceCount_ = 0;
+    int lastRuledOut_ = 0; // where no match begins, nor between the start and there
     void* block_ = nullptr;
     static constexpr int bufferedChoices = 16;
     Choice buffer_[bufferedChoices];

@@ -9,20 +9,6 @@
 
 namespace KrCore {
 
-bool isInRun(const Step& run, unsigned short unit) {
-    switch (run.runUnits) {
-    case RunUnits::Exact:
-        return unit == run.unit;
-    case RunUnits::Folded:
-        return UnicodeUtils::towupper(unit) == run.unit;
-    case RunUnits::NoLineFeed:
-        return unit != '\n';
-    case RunUnits::Set:
-        return run.set->accepts(unit);
-    }
-    return false;
-}
-
 /// Turns nodes into steps; `fits_` is false from the first one on that has no step.
 class StraightProgram::Compiler {
 public:
@@ -116,6 +102,7 @@ void StraightProgram::Compiler::addText(const reString& node) {
     if (node.text().isEmpty()) return;
     Step& step = add({ignoreCase_ ? StepKind::FoldedText : StepKind::Text});
     step.text = node.text().wstr();
+    step.unit = step.text[0];
     step.limit = node.text().length();
 }
 
@@ -244,6 +231,19 @@ private:
     bool isMultiLine_;
 };
 
+/// Marks a run that every match begins with, if a failure of a match says that none begins within
+/// the run either: that match has tried to go on at each unit from its least length on, and those
+/// further behind could go on nowhere else. Only a reference can tell where the run began.
+void markLeadingRun(Step* first, Step* end) {
+    Step* step = first;
+    while (step->kind == StepKind::Open || step->kind == StepKind::Boundary)
+        ++step;
+    const bool isReferred = std::any_of(
+        first, end, [](const Step& each) { return each.kind == StepKind::BackReference; });
+    step->isLeading = step->kind == StepKind::Run && !step->isLazy &&
+                      step->limit == reQuantifier::unlimited && !isReferred;
+}
+
 } // namespace
 
 void StraightProgram::compile(const reAtom& root, int captureCount, int flags) {
@@ -258,6 +258,7 @@ void StraightProgram::compile(const reAtom& root, int captureCount, int flags) {
         if (next.kind == StepKind::Text) step.following = next.text[0];
         if (step.kind == StepKind::Run) step.isFinal = outlook.isFinal(step);
     }
+    markLeadingRun(steps.begin(), steps.end());
     const std::size_t byteCount = steps.size() * sizeof(Step);
     steps_ = static_cast<Step*>(Heap::operator new(byteCount));
     std::memcpy(steps_, steps.begin(), byteCount);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "regexp/Nodes.h"
+#include "text/CaseMapping.h"
 
 namespace KrCore {
 
@@ -31,7 +32,8 @@ struct Step {
     bool isNegated = false;  ///< Boundary.
     bool isLazy = false;     ///< Run.
     bool isFinal = false;    ///< Run: no other length than the longest can match.
-    unsigned short unit = 0; ///< Run of `Exact` and `Folded`.
+    bool isLeading = false;  ///< Run: see `StraightMatch::matchAt`.
+    unsigned short unit = 0; ///< Text: the first. Run of `Exact` and `Folded`.
     int following = -1;      ///< Run, Branch: the unit that comes next, if it is known.
     int number = 0;          ///< Dots: how many. Run: the minimum. A slot or group.
     int limit = 0;           ///< Run: the maximum. Text: the length.
@@ -70,6 +72,18 @@ private:
 };
 
 /// Whether one unit belongs to a run.
-bool isInRun(const Step& run, unsigned short unit);
+inline bool isInRun(const Step& run, unsigned short unit) {
+    switch (run.runUnits) {
+    case RunUnits::Exact:
+        return unit == run.unit;
+    case RunUnits::Folded:
+        return foldUpper(unit) == run.unit;
+    case RunUnits::NoLineFeed:
+        return unit != '\n';
+    case RunUnits::Set:
+        return run.set->accepts(unit);
+    }
+    return false;
+}
 
 } // namespace KrCore

@@ -16,11 +16,16 @@ void UnitSet::assign(const UnitRange* ranges, int count) {
         std::memcpy(ranges_, firstHigh, highCount * sizeof(UnitRange));
         rangeCount_ = static_cast<int>(highCount);
     }
-    for (const UnitRange* range = ranges; range != end && range->first < lowCount; ++range) {
-        const unsigned last = std::min<unsigned>(range->last, lowCount - 1);
-        for (unsigned unit = range->first; unit <= last; ++unit)
-            low_[unit >> 5U] |= 1U << (unit & 31U);
-    }
+    for (const UnitRange* range = ranges; range != end && range->first < lowCount; ++range)
+        addLow(range->first, std::min<unsigned>(range->last, lowCount - 1));
+}
+
+void UnitSet::addLow(unsigned first, unsigned last) {
+    const unsigned lastWord = last >> 5U;
+    std::uint32_t bits = ~0U << (first & 31U);
+    for (unsigned word = first >> 5U; word < lastWord; ++word, bits = ~0U)
+        low_[word] |= bits;
+    low_[lastWord] |= bits & ~0U >> (31U - (last & 31U));
 }
 
 bool UnitSet::containsHigh(unsigned short unit) const {

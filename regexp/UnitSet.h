@@ -17,6 +17,7 @@ struct UnitRange {
 class UnitSet {
 public:
     static constexpr unsigned lowCount = 256;
+    static constexpr unsigned lowWords = lowCount / 32;
 
     constexpr UnitSet() = default;
     UnitSet(const UnitSet&) = delete;
@@ -29,14 +30,17 @@ public:
     bool contains(unsigned short unit) const {
         return unit < lowCount ? hasLow(unit) : containsHigh(unit);
     }
+    /// 32 of the bits; the lowest is that of unit 32 * `word`.
+    std::uint32_t lowWord(unsigned word) const { return low_[word]; }
     /// Whether there is a unit beyond the bits.
     bool hasHigh() const { return rangeCount_ > 0; }
 
 private:
     bool hasLow(unsigned unit) const { return (low_[unit >> 5U] >> (unit & 31U) & 1U) != 0; }
+    void addLow(unsigned first, unsigned last);
     bool containsHigh(unsigned short unit) const;
 
-    std::uint32_t low_[lowCount / 32] = {};
+    std::uint32_t low_[lowWords] = {};
     UnitRange* ranges_ = nullptr; // owned
     int rangeCount_ = 0;
 };

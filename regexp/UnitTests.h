@@ -1,6 +1,6 @@
 #pragma once
 
-#include <krcore/text/UnicodeUtils.h>
+#include "text/CaseMapping.h"
 
 namespace KrCore {
 
@@ -33,7 +33,7 @@ inline bool isLineEnd(const unsigned short* units, int length, int position, boo
 }
 
 inline bool isSameUnit(unsigned short a, unsigned short b, bool ignoreCase) {
-    return a == b || (ignoreCase && UnicodeUtils::towupper(a) == UnicodeUtils::towupper(b));
+    return a == b || (ignoreCase && foldUpper(a) == foldUpper(b));
 }
 
 } // namespace KrCore
