@@ -14,8 +14,8 @@ class StraightProgram::Compiler {
 public:
     Compiler(WorkStack<Step>& steps, int captureCount, bool ignoreCase)
         : steps_(steps), ignoreCase_(ignoreCase) {
-        std::fill_n(isComplete_.extend(static_cast<std::size_t>(captureCount)), captureCount,
-                    false);
+        std::fill_n(groups_.extend(static_cast<std::size_t>(captureCount)), captureCount,
+                    GroupState::Ahead);
     }
 
     bool compile(const reAtom& root) {
@@ -27,6 +27,8 @@ public:
     int choiceCount() const { return choiceCount_; }
 
 private:
+    enum class GroupState : unsigned char { Ahead, Open, Complete };
+
     Step& add(const Step& step) {
         steps_.push(step);
         return steps_.top();
@@ -44,7 +46,7 @@ private:
     void addReference(const reBackRef& node);
 
     WorkStack<Step>& steps_;
-    WorkStack<bool> isComplete_; // by slot: the group is closed wherever the match goes on
+    WorkStack<GroupState> groups_; // by slot
     const bool ignoreCase_;
     bool isInAlternative_ = false;
     bool fits_ = true;
@@ -147,16 +149,17 @@ void StraightProgram::Compiler::addRun(const reQuantifier& node) {
 void StraightProgram::Compiler::addGroup(const reSubExpr& node) {
     if (node.groupKind() == GroupKind::Plain) return addInnerChain(node.firstChild());
     const auto slot = static_cast<std::size_t>(node.index());
+    // A group with an unknown mark has the slot of the one before it.
     if (node.groupKind() != GroupKind::Capturing || isInAlternative_ || slot == 0 ||
-        slot >= isComplete_.size()) {
+        groups_[slot] != GroupState::Ahead) {
         fits_ = false;
         return;
     }
-    isComplete_[slot] = false;
+    groups_[slot] = GroupState::Open;
     add({StepKind::Open}).number = node.index();
     addInnerChain(node.firstChild());
     add({StepKind::Close}).number = node.index();
-    isComplete_[slot] = true;
+    groups_[slot] = GroupState::Complete;
 }
 
 void StraightProgram::Compiler::addAlternatives(const reAlternative& node) {
@@ -180,7 +183,7 @@ void StraightProgram::Compiler::addAlternatives(const reAlternative& node) {
 
 /// A group that is not complete may hold what an earlier attempt has left in it.
 void StraightProgram::Compiler::addReference(const reBackRef& node) {
-    fits_ = fits_ && isComplete_[static_cast<std::size_t>(node.group())];
+    fits_ = fits_ && groups_[static_cast<std::size_t>(node.group())] == GroupState::Complete;
     add({StepKind::BackReference}).number = node.group();
 }
 
