@@ -40,7 +40,7 @@ void reAlternative::add(OwnedChain chain) {
 /// (held by MatchTest.LeavesTheCapturesOfAbandonedAlternatives).
 bool reAlternative::tryFrom(int& index, MatchState& state) const {
     const int start = state.position;
-    SavedCaptures before(state, firstSlot_);
+    SavedCaptures before(state, firstSlot_, lastSlot_);
     before.save();
     while (index < count_) {
         const Alternative& alternative = alternatives_[index];

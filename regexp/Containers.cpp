@@ -40,7 +40,10 @@ void reContainer::setChildren(OwnedChain chain, const RecordRange& records) {
 
 reSubExpr::reSubExpr(int index, GroupKind kind)
     : reContainer(NodeKind::SubExpr), index_(index), groupKind_(kind) {
-    firstSlot_ = kind == GroupKind::Capturing ? index : index + 1;
+    if (kind == GroupKind::Plain) return;
+    firstSlot_ = firstCleared();
+    // A look-ahead that fails unsets all slots from there on.
+    lastSlot_ = kind == GroupKind::Capturing ? index : noSlot;
 }
 
 bool reSubExpr::match(MatchState& state) const {
@@ -76,7 +79,7 @@ bool reSubExpr::backtrack(MatchState& state) const {
 /// Kept: the slots of all later groups go too, wherever they stand
 /// (held by MatchTest.UnsetsAllLaterGroupsWithARepetition).
 bool reSubExpr::clearCaptures(MatchState& state) const {
-    state.clearCaptures(groupKind_ == GroupKind::Capturing ? index_ : index_ + 1);
+    state.clearCaptures(firstCleared());
     return true;
 }
 

@@ -37,7 +37,7 @@ MatchState::~MatchState() { Heap::operator delete(block_); }
 
 void MatchState::reset(const RecordRange& range) {
     for (int i = range.firstQuantifier; i < range.endQuantifier; ++i)
-        quantifiers_[i] = {static_cast<int>(data_.initialTargets.getData()[i]), 0, false};
+        quantifiers_[i] = {static_cast<int>(data_.initialTargets.getData()[i]), 0, false, false};
     for (int i = range.firstAlternation; i < range.endAlternation; ++i)
         alternations_[i].current = 0;
 }
@@ -84,16 +84,14 @@ const reAtom* MatchState::matchEarlierChoice(const reAtom* node, int& depth) {
     return nullptr;
 }
 
-void SavedCaptures::save() {
-    if (firstSlot_ >= state_.captureCount) return;
-    const auto count = static_cast<std::size_t>(state_.captureCount - firstSlot_);
-    if (state_.saved_.size() == offset_) state_.saved_.extend(count);
-    std::copy_n(state_.captures + firstSlot_, count, &state_.saved_[offset_]);
+void SavedCaptures::copyOut() {
+    if (!isSaved_ && count_ > bufferedSlots) state_.saved_.extend(static_cast<std::size_t>(count_));
+    isSaved_ = true;
+    std::copy_n(state_.captures + firstSlot_, count_, copy());
 }
 
 void SavedCaptures::restore() {
-    const auto count = state_.saved_.size() - offset_;
-    if (count > 0) std::copy_n(&state_.saved_[offset_], count, state_.captures + firstSlot_);
+    if (isSaved_) std::copy_n(copy(), count_, state_.captures + firstSlot_);
 }
 
 } // namespace KrCore

@@ -5,6 +5,8 @@
 #include <krcore/regexp/Capture.h>
 #include <krcore/regexp/RegExp.h>
 
+#include <algorithm>
+
 namespace KrCore {
 
 class RegExpData;
@@ -12,9 +14,10 @@ class reAtom;
 
 /// The choice of one quantifier.
 struct QuantifierRecord {
-    int target;     ///< How many repetitions to try.
-    int highest;    ///< The most there have been since the last reset.
-    bool exhausted; ///< A repetition matched nothing: more of them are the same.
+    int target;        ///< How many repetitions to try.
+    int highest;       ///< The most there have been since the last reset.
+    bool exhausted;    ///< A repetition matched nothing: more of them are the same.
+    bool hasBeenEmpty; ///< That has been so since the last reset.
 };
 
 /// The choice of one alternation.
@@ -34,7 +37,8 @@ struct RecordRange {
 /// Everything that changes during one search.
 class MatchState {
 public:
-    MatchState(const RegExpData& data, const unsigned short* units, int length, Capture* captures);
+    MatchState(const RegExpData& data, const unsigned short* subject, int subjectLength,
+               Capture* list);
     MatchState(const MatchState&) = delete;
     MatchState& operator=(const MatchState&) = delete;
     ~MatchState();
@@ -84,25 +88,37 @@ private:
     alignas(8) unsigned char buffer_[bufferSize];
 };
 
-/// A copy of the slots from one on, for as long as a node matches. Nodes match one within the
-/// other, so the copies lie on a stack that the whole search shares.
+/// A copy of some slots, for as long as a node matches. Nodes match one within the other, so what a
+/// copy has no room for lies on a stack that the whole search shares.
 class SavedCaptures {
 public:
-    SavedCaptures(MatchState& state, int firstSlot)
-        : state_(state), firstSlot_(firstSlot), offset_(state.saved_.size()) {}
+    SavedCaptures(MatchState& state, int firstSlot, int lastSlot)
+        : state_(state), firstSlot_(firstSlot),
+          count_(std::max(std::min(lastSlot, state.captureCount - 1) - firstSlot + 1, 0)),
+          offset_(state.saved_.size()) {}
     SavedCaptures(const SavedCaptures&) = delete;
     SavedCaptures& operator=(const SavedCaptures&) = delete;
     ~SavedCaptures() { state_.saved_.shrinkTo(offset_); }
 
     /// Again and again; the last copy counts.
-    void save();
+    void save() {
+        if (count_ > 0) copyOut();
+    }
     /// Does nothing when nothing was saved.
     void restore();
 
 private:
+    static constexpr int bufferedSlots = 4;
+
+    void copyOut();
+    Capture* copy() { return count_ > bufferedSlots ? &state_.saved_[offset_] : buffer_; }
+
     MatchState& state_;
     const int firstSlot_;
+    const int count_;
+    bool isSaved_ = false;
     const std::size_t offset_;
+    Capture buffer_[bufferedSlots];
 };
 
 } // namespace KrCore

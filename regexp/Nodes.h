@@ -51,9 +51,10 @@ public:
     NodeKind kind() const { return kind_; }
     /// Whether there may be another way to match, or something to reset.
     bool isBacktrackable() const { return isBacktrackable_; }
-    /// The lowest capture slot that this node or one within may change; a large number when there
-    /// is no group.
+    /// The capture slots that this node or one within may change: none when the first one is behind
+    /// the last.
     int firstSlot() const { return firstSlot_; }
+    int lastSlot() const { return lastSlot_; }
     bool hasAlternation() const { return hasAlternation_; }
     /// How many nodes lie within each other here: 0 for one without any within.
     int height() const { return height_; }
@@ -72,6 +73,7 @@ protected:
     bool isBacktrackable_ = false;
     bool hasAlternation_ = false;
     int firstSlot_ = noSlot;
+    int lastSlot_ = -1;
     int height_ = 0;
 
 private:
@@ -229,6 +231,8 @@ public:
     bool clearCaptures(MatchState& state) const override;
 
     int index() const { return index_; }
+    /// From here on `clearCaptures` unsets the slots.
+    int firstCleared() const { return groupKind_ == GroupKind::Capturing ? index_ : index_ + 1; }
     GroupKind groupKind() const { return groupKind_; }
 
 private:
@@ -246,6 +250,7 @@ public:
     static constexpr int unlimited = 2147483647;
 
     reQuantifier(int minimum, int maximum, bool lazy);
+    void setChildren(OwnedChain chain, const RecordRange& records) override;
     bool match(MatchState& state) const override;
     bool backtrack(MatchState& state) const override;
 
@@ -261,6 +266,8 @@ private:
     int minimum_;
     int maximum_;
     bool lazy_;
+    int firstRepeatedSlot_ = noSlot; // what a repetition may change
+    int lastRepeatedSlot_ = -1;
 };
 
 class reAlternative : public reAtom {

@@ -45,8 +45,16 @@ OwnedChain RegExpParser::parse() {
     if (reader_.hasFailed() || !isClosed || reader_.highestReference() > groupCount_)
         return nullptr;
     endAlternatives();
-    reAtom* const first = level_->chain.release();
-    return OwnedChain(first ? first : RegExpData::makeEmptyRoot());
+    if (level_->chain.isEmpty()) return OwnedChain(RegExpData::makeEmptyRoot());
+    OwnedChain root(level_->chain.release());
+    return isWithinLimits(root.get()) ? std::move(root) : nullptr;
+}
+
+bool RegExpParser::isWithinLimits(const reAtom* root) const {
+    int height = 0;
+    for (const reAtom* node = root; node; node = node->next)
+        height = std::max(height, node->height());
+    return height * (groupCount_ + 1LL) <= mostSavedSlots;
 }
 
 void RegExpParser::addToken(const Token& token) {

@@ -29,11 +29,14 @@ public:
     /// stack for each.
     static constexpr int deepestGroup = 1000;
     static constexpr int deepestNode = 3 * deepestGroup;
+    /// The depth times the captures, which a match may have to keep on each level.
+    static constexpr int mostSavedSlots = 1 << 24;
 
 private:
     /// The whole pattern or a group that is open: what has been read of it.
     struct Level;
 
+    bool isWithinLimits(const reAtom* root) const;
     void addToken(const Token& token);
     void addSpecial(int unit);
     void addRun(int firstUnit);

@@ -1,6 +1,7 @@
 #include "regexp/Nodes.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace KrCore {
 
@@ -12,9 +13,19 @@ reQuantifier::reQuantifier(int minimum, int maximum, bool lazy)
     isBacktrackable_ = minimum < maximum;
 }
 
+void reQuantifier::setChildren(OwnedChain chain, const RecordRange& records) {
+    reContainer::setChildren(std::move(chain), records);
+    firstRepeatedSlot_ = firstSlot_;
+    lastRepeatedSlot_ = lastSlot_;
+    if (first_->kind() != NodeKind::SubExpr) return;
+    // Before the first repetition of a group its slot and all behind it are unset.
+    firstSlot_ = std::min(firstSlot_, static_cast<const reSubExpr*>(first_)->firstCleared());
+    lastSlot_ = noSlot;
+}
+
 /// Repeats as often as the record says and returns how often that was.
 int reQuantifier::repeat(MatchState& state, QuantifierRecord& record) const {
-    SavedCaptures afterLast(state, firstSlot_);
+    SavedCaptures afterLast(state, firstRepeatedSlot_, lastRepeatedSlot_);
     const int mark = state.rearmMark();
     int count = 0;
     // Kept: at the end of the subject nothing is repeated, not even what matches the empty text
@@ -29,8 +40,10 @@ int reQuantifier::repeat(MatchState& state, QuantifierRecord& record) const {
         if (hasAlternation_) reContainer::rearm(state);
         ++count;
         if (state.position == start) {
-            count = record.target = minimum_;
-            record.exhausted = true;
+            // A lazy one that has been here before would get here for ever.
+            record.target = lazy_ && record.hasBeenEmpty ? maximum_ : minimum_;
+            record.exhausted = record.hasBeenEmpty = true;
+            count = minimum_;
             break;
         }
         afterLast.save();
@@ -52,8 +65,7 @@ bool reQuantifier::match(MatchState& state) const {
 
 bool reQuantifier::takeNextTarget(const MatchState& state, QuantifierRecord& record) const {
     if (lazy_) {
-        // After a repetition that matched nothing there would be a next target for ever.
-        if (record.exhausted || record.target >= maximum_ || record.target >= state.length) return false;
+        if (record.target >= maximum_ || record.target >= state.length) return false;
         ++record.target;
         return true;
     }

@@ -27,6 +27,7 @@ void reAtom::adoptTraits(const reAtom* chain) {
         isBacktrackable_ = isBacktrackable_ || node->isBacktrackable_;
         hasAlternation_ = hasAlternation_ || node->hasAlternation_;
         firstSlot_ = std::min(firstSlot_, node->firstSlot_);
+        lastSlot_ = std::max(lastSlot_, node->lastSlot_);
         height_ = std::max(height_, node->height_ + 1);
     }
 }

@@ -38,8 +38,8 @@ class String;
 /// complete is taken literally: `a{x}`, `\xZZ`, an unmatched `)` or `]`. In `{n,m}` a smaller m
 /// counts as n. Not compiled are an unclosed group or set, a range in reverse, a reference to a
 /// group that is not there, `\c` without a letter, `\B` in a set, a repetition of nothing, one
-/// directly behind another (`a**`), and groups nested more than 1000 deep or repetitions of
-/// repetitions 3000.
+/// directly behind another (`a**`), groups nested more than 1000 deep, repetitions of repetitions
+/// 3000, and patterns whose depth times the number of groups is beyond 16,777,216.
 ///
 /// Some ways of this dialect are its own and stay, because scripts rely on them:
 /// - The repetitions of a group share its choices: when a later one could only match by choosing
