@@ -12,7 +12,7 @@ namespace KrCore {
 namespace {
 
 // Where first and last unit of the needle stand at their distance, the needle is likely. Looking
-// for both, eight positions at a time, is fast on ordinary text, but on repetitive text nearly
+// for both, many positions at a time, is fast on ordinary text, but on repetitive text nearly
 // every position is such a candidate, and comparing each is quadratic. So the candidates that
 // failed are paid from a budget that grows with the way covered; when it is spent, the rest is left
 // to the two-way algorithm of Crochemore and Perrin, which needs no memory and is linear, though
@@ -122,10 +122,9 @@ int findTwoWay(View text, int length, View needle, int count, int position) noex
 
 /// The candidates among eight positions; `last` is the distance from the needle's first to its last
 /// unit.
-std::uint32_t candidateMask(const unsigned short* text, int last, UnitBlock firstUnit,
-                            UnitBlock lastUnit) noexcept {
-    return ((UnitBlock::load(text) == firstUnit) & (UnitBlock::load(text + last) == lastUnit))
-        .mask();
+UnitBlock candidates(const unsigned short* text, int last, UnitBlock firstUnit,
+                     UnitBlock lastUnit) noexcept {
+    return (UnitBlock::load(text) == firstUnit) & (UnitBlock::load(text + last) == lastUnit);
 }
 
 } // namespace
@@ -139,8 +138,12 @@ int findText(const unsigned short* text, int length, const unsigned short* needl
     const UnitBlock lastUnit = UnitBlock::of(needle[last]);
     CandidateBudget budget;
     int i = 0;
-    for (; positions - i >= UnitBlock::size; i += UnitBlock::size) {
-        std::uint32_t mask = candidateMask(text + i, last, firstUnit, lastUnit);
+    constexpr int step = UnitBlock::size;
+    for (; positions - i >= 2 * step; i += 2 * step) {
+        const UnitBlock low = candidates(text + i, last, firstUnit, lastUnit);
+        const UnitBlock high = candidates(text + i + step, last, firstUnit, lastUnit);
+        if ((low | high).mask() == 0) continue;
+        std::uint32_t mask = low.mask() | high.mask() << 16;
         while (mask != 0) {
             const int bit = std::countr_zero(mask);
             const int position = i + bit / 2;
