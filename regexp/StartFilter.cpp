@@ -1,10 +1,12 @@
 #include "regexp/StartFilter.h"
 
 #include "regexp/UnitTests.h"
+#include "text/UnitBlock.h"
 #include "text/UnitSearch.h"
 #include "text/Units.h"
 
 #include <algorithm>
+#include <bit>
 
 namespace KrCore {
 
@@ -12,6 +14,12 @@ namespace {
 
 // Alternatives that may be empty lead on to those behind them, which doubles the ways.
 constexpr int deepestAlternatives = 8;
+
+bool isLetter(unsigned short upper) { return upper >= 'A' && upper <= 'Z'; }
+
+/// Whether an upper-case mapping is that of an ASCII unit alone, or of an ASCII letter in its two
+/// cases. I and S are those of U+0131 and U+017F too.
+bool isPlain(unsigned short upper) { return upper < 0x80 && upper != 'I' && upper != 'S'; }
 
 } // namespace
 
@@ -25,10 +33,27 @@ void StartFilter::compile(const Step* steps, bool multiLine) {
         kind_ = Kind::BeforeText;
         text_ = first->text;
         textLength_ = first->limit;
+    } else if (first->kind == StepKind::FoldedText && findPlainUnits(*first)) {
+        kind_ = Kind::BeforeFoldedText;
     } else {
         collect(steps, steps, 0);
         settle();
     }
+}
+
+/// Finds the first and the last unit of a folded text that are recognised by their bits.
+bool StartFilter::findPlainUnits(const Step& text) {
+    textLength_ = text.limit;
+    bool isFound = false;
+    for (int i = 0; i < textLength_; ++i) {
+        const unsigned short upper = text.text[i];
+        if (!isPlain(upper)) continue;
+        const auto caseBit = static_cast<unsigned short>(isLetter(upper) ? 0x20 : 0);
+        last_ = {i, caseBit, static_cast<unsigned short>(upper | caseBit)};
+        if (!isFound) first_ = last_;
+        isFound = true;
+    }
+    return isFound;
 }
 
 /// Collects what a match may begin with when it goes on at a step.
@@ -80,8 +105,10 @@ void StartFilter::addUnit(unsigned short unit) {
 void StartFilter::addRun(const Step& run) {
     if (run.runUnits == RunUnits::Exact) return addUnit(run.unit);
     hasHigh_ = hasHigh_ || run.runUnits != RunUnits::Set || run.set->mayAcceptHigh();
-    for (int unit = 0; unit < 256; ++unit)
-        low_[unit] = low_[unit] || isInRun(run, static_cast<unsigned short>(unit));
+    withUnitTest(run, [this](auto isIn) {
+        for (int unit = 0; unit < 256; ++unit)
+            low_[unit] = low_[unit] || isIn(static_cast<unsigned short>(unit));
+    });
 }
 
 /// Units beyond 255 may have an upper case below.
@@ -112,6 +139,26 @@ int StartFilter::nextUnit(const unsigned short* units, int length, int position)
     return -1;
 }
 
+int StartFilter::nextFoldedText(const unsigned short* units, int length, int position) const {
+    const auto blocks = [](const PlainUnit& plain, const unsigned short* at) {
+        return (UnitBlock::load(at + plain.offset) | UnitBlock::of(plain.caseBit)) ==
+               UnitBlock::of(plain.lower);
+    };
+    const auto isAt = [](const PlainUnit& plain, const unsigned short* at) {
+        return (at[plain.offset] | plain.caseBit) == plain.lower;
+    };
+    const int positions = length - textLength_ + 1;
+    for (; positions - position >= UnitBlock::size; position += UnitBlock::size) {
+        const unsigned short* const at = units + position;
+        const std::uint32_t mask = (blocks(first_, at) & blocks(last_, at)).mask();
+        if (mask != 0) return position + std::countr_zero(mask) / 2;
+    }
+    for (; position < positions; ++position) {
+        if (isAt(first_, units + position) && isAt(last_, units + position)) return position;
+    }
+    return -1;
+}
+
 int StartFilter::next(const unsigned short* units, int length, int position) const {
     switch (kind_) {
     case Kind::Everywhere:
@@ -128,6 +175,8 @@ int StartFilter::next(const unsigned short* units, int length, int position) con
         const int found = findText(units + position, length - position, text_, textLength_);
         return found < 0 ? -1 : position + found;
     }
+    case Kind::BeforeFoldedText:
+        return nextFoldedText(units, length, position);
     case Kind::BeforeUnit:
         return nextUnit(units, length, position);
     }

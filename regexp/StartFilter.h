@@ -18,16 +18,26 @@ private:
         Everywhere,
         AtStart,
         AtLineStarts,
-        BeforeText, ///< Where a text stands.
-        BeforeUnit, ///< Where one of some units stands.
+        BeforeText,       ///< Where a text stands.
+        BeforeFoldedText, ///< Where two units of a text stand, in upper or lower case.
+        BeforeUnit,       ///< Where one of some units stands.
     };
 
+    /// A unit of a text without regard to case: `(unit | caseBit) == lower` holds for it alone.
+    struct PlainUnit {
+        int offset = 0;
+        unsigned short caseBit = 0;
+        unsigned short lower = 0;
+    };
+
+    bool findPlainUnits(const Step& text);
     void collect(const Step* steps, const Step* step, int depth);
     void addUnit(unsigned short unit);
     void addRun(const Step& run);
     void addFolded(unsigned short upper);
     void settle();
     int nextUnit(const unsigned short* units, int length, int position) const;
+    int nextFoldedText(const unsigned short* units, int length, int position) const;
 
     Kind kind_ = Kind::Everywhere;
     bool isOpen_ = false;  ///< A match may begin with any unit, or with none.
@@ -36,6 +46,8 @@ private:
     int onlyUnit_ = -1;
     const unsigned short* text_ = nullptr; ///< Borrowed from the tree.
     int textLength_ = 0;
+    PlainUnit first_; ///< Of a folded text.
+    PlainUnit last_;
 };
 
 } // namespace KrCore

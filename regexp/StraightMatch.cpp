@@ -124,27 +124,16 @@ inline int StraightMatch::behindReference(const Step& step, int position) const 
 }
 
 inline int StraightMatch::runEnd(const Step& run, int start, int limit) const {
-    int end = start;
-    switch (run.runUnits) {
-    case RunUnits::Exact:
-        while (end < limit && units_[end] == run.unit)
-            ++end;
-        break;
-    case RunUnits::Folded:
-        while (end < limit && foldUpper(units_[end]) == run.unit)
-            ++end;
-        break;
-    case RunUnits::NoLineFeed: {
+    if (run.runUnits == RunUnits::NoLineFeed) {
         const int found = findUnit(units_ + start, limit - start, '\n');
-        end = found < 0 ? limit : start + found;
-        break;
+        return found < 0 ? limit : start + found;
     }
-    case RunUnits::Set:
-        while (end < limit && run.set->accepts(units_[end]))
+    return withUnitTest(run, [start, limit, units = units_](auto isIn) {
+        int end = start;
+        while (end < limit && isIn(units[end]))
             ++end;
-        break;
-    }
-    return end;
+        return end;
+    });
 }
 
 inline int StraightMatch::behindRun(const Step& run, int position) {
@@ -152,14 +141,12 @@ inline int StraightMatch::behindRun(const Step& run, int position) {
     if (run.number > rest) return -1;
     const int least = position + run.number;
     const int most = run.limit < rest ? position + run.limit : length_;
-    const int end = runEnd(run, position, run.isLazy ? least : most);
+    int end = runEnd(run, position, run.isLazy ? least : most);
     if (run.isLeading) lastRuledOut_ = end;
     if (end < least) return -1;
-    if (run.isLazy) {
-        if (end < most) choices_[choiceCount_++] = {&run, end, most};
-    } else if (end > least && !run.isFinal) {
-        choices_[choiceCount_++] = {&run, end, least};
-    }
+    if (run.isLazy) end = lazyEnd(run, end, most);
+    const int lastEnd = run.isLazy ? most : least;
+    if (end >= 0 && end != lastEnd && !run.isFinal) choices_[choiceCount_++] = {&run, end, lastEnd};
     return end;
 }
 
@@ -203,14 +190,23 @@ inline int StraightMatch::shorter(const Choice& run) const {
     return -1;
 }
 
-/// The next end behind that of a lazy run at which the match can go on, or -1.
+/// The first end of a lazy run from one on at which the match can go on, or -1.
+inline int StraightMatch::lazyEnd(const Step& run, int start, int most) const {
+    const int following = run.following;
+    if (following < 0) return start;
+    return withUnitTest(run, [start, most, following, units = units_, length = length_](auto isIn) {
+        int end = start;
+        for (; end < most && units[end] != following; ++end) {
+            if (!isIn(units[end])) return -1;
+        }
+        return end < length && units[end] == following ? end : -1;
+    });
+}
+
+/// The next one behind that of a run.
 inline int StraightMatch::longer(const Choice& run) const {
-    const int following = run.step->following;
-    for (int end = run.position; end < run.limit && isInRun(*run.step, units_[end]); ++end) {
-        const int unit = end + 1 < length_ ? units_[end + 1] : -1;
-        if (following < 0 || unit == following) return end + 1;
-    }
-    return -1;
+    if (!isInRun(*run.step, units_[run.position])) return -1;
+    return lazyEnd(*run.step, run.position + 1, run.limit);
 }
 
 } // namespace KrCore

@@ -14,7 +14,9 @@ public:
                   int flags, Capture* captures);
     StraightMatch(const StraightMatch&) = delete;
     StraightMatch& operator=(const StraightMatch&) = delete;
-    ~StraightMatch() { Heap::operator delete(block_); }
+    ~StraightMatch() {
+        if (block_) Heap::operator delete(block_);
+    }
 
     /// Where the first match that begins at `start` or behind lies; an unset capture without one.
     /// A match fills the captures of all groups; a failure may leave some behind.
@@ -43,6 +45,7 @@ private:
     const Step* firstBranch(const Step* branch, int position);
     Way nextWay();
     int shorter(const Choice& run) const;
+    int lazyEnd(const Step& run, int start, int most) const;
     int longer(const Choice& run) const;
 
     const StraightProgram& program_;

@@ -71,19 +71,25 @@ private:
     int choiceCount_ = 0;
 };
 
-/// Whether one unit belongs to a run.
-inline bool isInRun(const Step& run, unsigned short unit) {
+/// Calls `use` with a test of whether a unit belongs to a run, so that its loops hold the one
+/// comparison that it takes.
+template <class Use>
+inline auto withUnitTest(const Step& run, Use use) {
     switch (run.runUnits) {
     case RunUnits::Exact:
-        return unit == run.unit;
+        return use([wanted = run.unit](unsigned short unit) { return unit == wanted; });
     case RunUnits::Folded:
-        return foldUpper(unit) == run.unit;
+        return use([upper = run.unit](unsigned short unit) { return foldUpper(unit) == upper; });
     case RunUnits::NoLineFeed:
-        return unit != '\n';
+        return use([](unsigned short unit) { return unit != '\n'; });
     case RunUnits::Set:
-        return run.set->accepts(unit);
+        break;
     }
-    return false;
+    return use([&set = *run.set](unsigned short unit) { return set.accepts(unit); });
+}
+
+inline bool isInRun(const Step& run, unsigned short unit) {
+    return withUnitTest(run, [unit](auto isIn) { return isIn(unit); });
 }
 
 } // namespace KrCore
