@@ -43,7 +43,7 @@ public:
     }
 
 private:
-    static constexpr std::size_t firstCapacity = 64;
+    static constexpr std::size_t firstCapacity = std::max<std::size_t>(512 / sizeof(T), 8);
 
     void grow(std::size_t count) {
         const std::size_t capacity = std::max({firstCapacity, 2 * capacity_, count_ + count});

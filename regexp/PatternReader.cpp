@@ -2,14 +2,29 @@
 
 #include <algorithm>
 #include <limits>
-#include <string_view>
 
 namespace KrCore {
 
 namespace {
 
-bool isOneOf(int unit, std::string_view list) {
-    return unit > 0 && unit < 0x80 && list.find(static_cast<char>(unit)) != std::string_view::npos;
+bool isSpecial(int unit) {
+    switch (unit) {
+    case '|':
+    case '(':
+    case ')':
+    case '[':
+    case ']':
+    case '{':
+    case '^':
+    case '$':
+    case '*':
+    case '+':
+    case '?':
+    case '.':
+        return true;
+    default:
+        return false;
+    }
 }
 
 bool isDigit(int unit) { return unit >= '0' && unit <= '9'; }
@@ -38,7 +53,7 @@ Token PatternReader::read(int groupCount) {
     if (index_ >= length_ || hasFailed()) return endToken;
     const int unit = units_[index_++];
     if (unit == '\\') return readEscape(false, groupCount);
-    return {isOneOf(unit, "|()[]{^$*+?.") ? TokenKind::Special : TokenKind::Unit, unit};
+    return {isSpecial(unit) ? TokenKind::Special : TokenKind::Unit, unit};
 }
 
 Token PatternReader::readInBrackets() {
@@ -46,7 +61,7 @@ Token PatternReader::readInBrackets() {
     if (hasFailed()) return endToken;
     const int unit = units_[index_++];
     if (unit == '\\') return readEscape(true, 0);
-    return {isOneOf(unit, "]-") ? TokenKind::Special : TokenKind::Unit, unit};
+    return {unit == ']' || unit == '-' ? TokenKind::Special : TokenKind::Unit, unit};
 }
 
 int PatternReader::readNumber() {

@@ -56,9 +56,10 @@ void UnitRanges::addClass(char letter) {
 }
 
 void UnitRanges::normalize() {
-    const auto startsBefore = [](UnitRange a, UnitRange b) { return a.first < b.first; };
-    if (!std::is_sorted(ranges_.begin(), ranges_.end(), startsBefore))
-        std::sort(ranges_.begin(), ranges_.end(), startsBefore);
+    const auto hasNoGap = [](UnitRange a, UnitRange b) { return b.first <= a.last + 1U; };
+    if (std::adjacent_find(ranges_.begin(), ranges_.end(), hasNoGap) == ranges_.end()) return;
+    std::sort(ranges_.begin(), ranges_.end(),
+              [](UnitRange a, UnitRange b) { return a.first < b.first; });
     std::size_t kept = 0;
     for (UnitRange range : ranges_) {
         if (kept > 0 && range.first <= ranges_[kept - 1].last + 1U) {
