@@ -21,7 +21,7 @@ public:
 
     std::u16string pattern() { return below(8) == 0 ? noise() : alternatives(3); }
     std::u16string subject() {
-        std::u16string text;
+        std::u16string text(std::size_t(below(8) == 0 ? below(40) : 0), u'b');
         for (int length = below(9); length > 0; --length)
             text += pick({u"a", u"a", u"a", u"b", u"b", u"b", u"ab", u"c", u"A", u"B", u"?", u"1",
                           u" ", u"\n", u"\r", u"_", u"\u00E9", u"\u2028", u"\u01C5"});

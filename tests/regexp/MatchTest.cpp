@@ -81,6 +81,33 @@ TEST(MatchTest, IgnoresCaseByTheUpperCase) {
                  {u"\\W", u"\u017F", "none", ignoreCase}});
 }
 
+TEST(MatchTest, FindsAMatchAtAnyDistance) {
+    const struct {
+        const char16_t* pattern;
+        const char16_t* text;
+        int flags;
+    } rows[] = {{u"kb\u00e9", u"KB\u00C9", ignoreCase},
+                {u"kb\u00e9", u"kb\u00E9", 0},
+                {u"\u0131s@", u"i\u017F@", ignoreCase},
+                {u"[x-z]\\d", u"y1", 0},
+                {u"(?:x|\u0120)1", u"\u01201", 0},
+                {u"^kb", u"kb", multiLine},
+                {u"\\d+?:", u"12:", 0},
+                {u"x*y", u"xxy", 0}};
+    for (const auto& row : rows) {
+        for (int distance = 0; distance < 40; ++distance) {
+            String subject;
+            for (int i = 1; i < distance; ++i)
+                subject += i % 3 ? "b" : "k";
+            if (distance > 0) subject += "\n";
+            const int end = distance + String(row.text).length();
+            EXPECT_EQ(found(row.pattern, subject + row.text + "kb", row.flags),
+                      std::to_string(distance) + "-" + std::to_string(end))
+                << String(row.pattern);
+        }
+    }
+}
+
 TEST(MatchTest, RefersToCaptures) {
     expectFound({{u"(a*)b\\1", u"aabaa", "0-5 0-2"},
                  {u"(a*)b\\1", u"aaba", "1-4 1-2"},
