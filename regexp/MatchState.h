@@ -49,7 +49,8 @@ public:
 
     QuantifierRecord& quantifier(int index) { return quantifiers_[index]; }
     AlternationRecord& alternation(int index) { return alternations_[index]; }
-    /// Puts records back to their first candidates.
+    /// Puts records back to their first candidates and clears what they know of the search so far,
+    /// so that a match depends on its start position alone.
     void reset(const RecordRange& range);
 
     /// Lets an alternation start over in every repetition, until `endRearm` is called with the mark

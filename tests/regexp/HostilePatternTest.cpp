@@ -34,6 +34,13 @@ TEST(HostilePatternTest, LimitsTheDepthOfGroups) {
     EXPECT_EQ(found(captured, "aba").substr(0, 3), "0-1");
 }
 
+TEST(HostilePatternTest, LimitsTheDepthTimesTheGroups) {
+    const String opened = repeated("(?:", 998), closed = repeated(")", 998);
+    EXPECT_TRUE(RegExp(opened + repeated("()", 16000) + closed, 0).good());
+    EXPECT_FALSE(RegExp(opened + repeated("()", 17000) + closed, 0).good());
+    EXPECT_TRUE(RegExp(repeated("()", 17000), 0).good());
+}
+
 TEST(HostilePatternTest, LimitsTheDepthOfQuantifiers) {
     for (const char* quantifier : {"{1}", "{0,2}", "{1}?"}) {
         EXPECT_EQ(found("a" + repeated(quantifier, 1000), "aa").substr(0, 2), "0-") << quantifier;
