@@ -42,9 +42,12 @@ class String;
 /// 3000, and patterns whose depth times the number of groups is beyond 16,777,216.
 ///
 /// Some ways of this dialect are its own and stay, because scripts rely on them:
-/// - The repetitions of a group share its choices: when a later one could only match by choosing
-///   otherwise than an earlier one, all of them change.
+/// - The repetitions of a group share the counts of what is repeated within, and a fixed count is
+///   not tried in another way: `^(?:a+?){2}b` does not match "aaab". Alternatives begin anew in
+///   each repetition.
 /// - An alternative that was given up may leave its captures behind for the one that matches.
+/// - In a group, alternatives that have all failed match nothing once something behind them can be
+///   tried in another way: `((?:a|b)c*d)` finds "d".
 /// - `..*` repeats the pair of dots, while `ab*` repeats the "b" alone.
 ///
 /// Time may grow exponentially with the subject where repetitions are nested, as in `(x+x+)+y`, and
