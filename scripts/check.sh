@@ -73,7 +73,8 @@ run_stage() {
                 { tail -n 40 build/clang-tidy.log; exit 1; }
             ;;
         native)
-            scripts/setup.sh base typescript
+            scripts/setup.sh base
+            scripts/setup.sh typescript || echo "check: no TypeScript compiler; its test will be skipped"
             configure dev
             cmake --build --preset dev
             run_tests dev
