@@ -12,8 +12,9 @@ namespace KrCore {
 
 namespace {
 
-// Alternatives that may be empty lead on to those behind them, which doubles the ways.
-constexpr int deepestAlternatives = 8;
+// Alternatives that may be empty lead on to those behind them, which multiplies the ways. With so
+// many steps looked at, a match may begin anywhere.
+constexpr int mostSteps = 512;
 
 bool isLetter(unsigned short upper) { return upper >= 'A' && upper <= 'Z'; }
 
@@ -36,7 +37,8 @@ void StartFilter::compile(const Step* steps, bool multiLine) {
     } else if (first->kind == StepKind::FoldedText && findPlainUnits(*first)) {
         kind_ = Kind::BeforeFoldedText;
     } else {
-        collect(steps, steps, 0);
+        int budget = mostSteps;
+        collect(steps, steps, budget);
         settle();
     }
 }
@@ -57,8 +59,9 @@ bool StartFilter::findPlainUnits(const Step& text) {
 }
 
 /// Collects what a match may begin with when it goes on at a step.
-void StartFilter::collect(const Step* steps, const Step* step, int depth) {
+void StartFilter::collect(const Step* steps, const Step* step, int& budget) {
     for (; !isOpen_; ++step) {
+        isOpen_ = --budget < 0;
         switch (step->kind) {
         case StepKind::Text:
             return addUnit(step->text[0]);
@@ -72,14 +75,13 @@ void StartFilter::collect(const Step* steps, const Step* step, int depth) {
             if (step->number > 0) return;
             break;
         case StepKind::Branch:
-            isOpen_ = depth == deepestAlternatives;
             for (const Step* branch = step; !isOpen_; branch = steps + branch->target) {
-                collect(steps, branch + 1, depth + 1);
+                collect(steps, branch + 1, budget);
                 if (branch->target < 0) return;
             }
             return;
         case StepKind::Jump:
-            return collect(steps, steps + step->target, depth);
+            return collect(steps, steps + step->target, budget);
         case StepKind::BackReference:
         case StepKind::End:
             isOpen_ = true;
@@ -127,6 +129,7 @@ void StartFilter::settle() {
 }
 
 int StartFilter::nextUnit(const unsigned short* units, int length, int position) const {
+    if (position >= length) return -1;
     if (onlyUnit_ >= 0) {
         const int found =
             findUnit(units + position, length - position, static_cast<unsigned short>(onlyUnit_));

@@ -31,7 +31,7 @@ private:
     };
 
     bool findPlainUnits(const Step& text);
-    void collect(const Step* steps, const Step* step, int depth);
+    void collect(const Step* steps, const Step* step, int& budget);
     void addUnit(unsigned short unit);
     void addRun(const Step& run);
     void addFolded(unsigned short upper);

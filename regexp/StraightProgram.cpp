@@ -194,18 +194,21 @@ class Outlook {
 public:
     Outlook(const Step* steps, bool multiLine) : steps_(steps), isMultiLine_(multiLine) {}
 
-    /// The next step that does more than to note a position.
+    /// The next step that does more than to note a position, or one on the way there: many runs may
+    /// lead to the same long way.
     const Step& behind(const Step& step) const {
+        constexpr int mostSteps = 64;
         const Step* next = &step + 1;
-        for (;;) {
+        for (int i = 0; i < mostSteps; ++i) {
             if (next->kind == StepKind::Jump) {
                 next = steps_ + next->target;
             } else if (next->kind == StepKind::Open || next->kind == StepKind::Close) {
                 ++next;
             } else {
-                return *next;
+                break;
             }
         }
+        return *next;
     }
 
     /// Whether a run can only match at its full length: nothing could go on at one of its units.

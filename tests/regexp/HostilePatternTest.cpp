@@ -51,6 +51,20 @@ TEST(HostilePatternTest, LimitsTheDepthOfQuantifiers) {
     EXPECT_FALSE(RegExp("a" + repeated("{1}", 2500) + repeated("|(b", 800), 0).good());
 }
 
+TEST(HostilePatternTest, CompilesPatternsOfManyWays) {
+    // 10^14 ways lead to the "x"; and every run leads over the same groups.
+    std::string group = "(?:^";
+    for (int i = 1; i < 100; ++i)
+        group += "|^";
+    EXPECT_TRUE(RegExp(repeated(group + ")", 7) + "x", 0).good());
+    EXPECT_TRUE(RegExp("(?:a*" + repeated("|a*", 250000) + ")" + repeated("()", 100000), 0).good());
+}
+
+TEST(HostilePatternTest, SearchesBehindARunAtTheEnd) {
+    EXPECT_EQ(found("a+b", repeated("a", 1000)), "none");
+    EXPECT_EQ(found("a*b", repeated("a", 1000000)), "none");
+}
+
 TEST(HostilePatternTest, CompilesLongPatterns) {
     constexpr int length = 1000000;
     const String literal = repeated("ab", length / 2);
