@@ -36,7 +36,7 @@ void reAlternative::add(OwnedChain chain) {
 }
 
 /// Kept: an alternative that is given up leaves its captures behind for those after it, unless none
-/// matches; and one that could match in another way ends the search for now
+/// matches; and one that could match in another way ends the attempt
 /// (held by MatchTest.LeavesTheCapturesOfAbandonedAlternatives).
 bool reAlternative::tryFrom(int& index, MatchState& state) const {
     const int start = state.position;
